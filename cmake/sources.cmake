@@ -1,0 +1,53 @@
+# Every source file of the tree, once. The Windows build compiles all of it;
+# the native build under sanitizers takes the lists named *_portable, which
+# hold no file that includes windows.h.
+#
+# A room's list names its library; <room>_tests its test program.
+
+set(foundation_portable
+    foundation/nbuffer.cpp
+    foundation/nlists.cpp
+    foundation/nstring.cpp
+    foundation/nstring_numbers.cpp
+    foundation/utf8_decoder.cpp)
+set(foundation_windows
+    foundation/codepage_windows.cpp
+    foundation/module_instance.cpp
+    foundation/nmutex.cpp
+    foundation/nrandom.cpp)
+
+set(codec_portable
+    codec/tag_record.cpp)
+set(codec_windows
+    codec/tag_exchange.cpp)
+
+set(shell_windows)
+
+# The programs and libraries of suite/.
+set(tagmap_windows)
+set(querytrackdata_windows)
+set(shellhost_windows)
+
+# Tests: tests/<library>/<source>_test.cpp.
+set(test_support_windows)
+
+set(foundation_tests_portable
+    tests/foundation/nbuffer_test.cpp
+    tests/foundation/nlists_test.cpp
+    tests/foundation/nstring_test.cpp
+    tests/foundation/nstring_numbers_test.cpp
+    tests/foundation/utf8_decoder_test.cpp)
+set(foundation_tests_windows
+    tests/foundation/codepage_windows_test.cpp
+    tests/foundation/nmutex_test.cpp
+    tests/foundation/nrandom_test.cpp)
+
+set(codec_tests_portable
+    tests/codec/tag_record_test.cpp)
+set(codec_tests_windows
+    tests/codec/tag_exchange_test.cpp)
+
+set(shell_tests_windows)
+set(tagmap_tests_windows)
+set(querytrackdata_tests_windows)
+set(e2e_tests_windows)

@@ -1,0 +1,12 @@
+# The warnings that every target of ours is built with; each is an error.
+add_library(tonewright_warnings INTERFACE)
+target_compile_options(tonewright_warnings INTERFACE
+    -Werror -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wcast-qual
+    -Wformat=2 -Wundef -Wnon-virtual-dtor -Woverloaded-virtual -Wextra-semi
+    -Wmissing-declarations -Wvla)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    target_compile_options(tonewright_warnings INTERFACE
+        -Wduplicated-cond -Wlogical-op -Wsuggest-override
+        # COM and GetProcAddress cast between function types by contract.
+        -Wno-cast-function-type)
+endif()
