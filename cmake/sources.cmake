@@ -25,11 +25,25 @@ set(shell_windows)
 
 # The programs and libraries of suite/.
 set(tagmap_windows)
-set(querytrackdata_windows)
+set(querytrackdata_windows
+    suite/querytrackdata/audio_file_handle.cpp
+    suite/querytrackdata/command_line.cpp
+    suite/querytrackdata/error_line.cpp
+    suite/querytrackdata/exchange_file.cpp
+    suite/querytrackdata/file_traits.cpp
+    suite/querytrackdata/full_path.cpp
+    suite/querytrackdata/program.cpp
+    suite/querytrackdata/requests.cpp
+    suite/querytrackdata/safe_write.cpp
+    suite/querytrackdata/tag_edits.cpp
+    suite/querytrackdata/writer_lock.cpp)
 set(shellhost_windows)
 
 # Tests: tests/<library>/<source>_test.cpp.
 set(test_support_windows)
+set(native_support
+    tests/support/codepage_native.cpp
+    tests/support/wide_native.cpp)
 
 set(foundation_tests_portable
     tests/foundation/nbuffer_test.cpp

@@ -44,7 +44,8 @@ public:
     clTagElement* Find(const wchar_t* name);
     // The element's BlockSize in bytes, 0 when out of range. Sets `Current`.
     int GetElementSize(int index);
-    // Resizes `output` to the exact size, and writes the form above.
+    // Resizes `output` to the exact size, and writes the form above. A record
+    // of 2 GiB or more doesn't fit it: `output` is empty then.
     void Serialise(NBuffer& output);
     // Empties the record, reads as far as the data allows, and keeps what it
     // has read. Never reads outside `data` .. `data + size`: a text without a

@@ -32,4 +32,7 @@ public:
     uint8_t* Data = nullptr; // null when empty
     uint32_t Size = 0;       // allocated bytes
     uint32_t Used = 0;       // bytes that count as content, never above Size
+
+private:
+    void TakeNewBlock(uint32_t size, bool keep, bool zero, uint32_t extra);
 };

@@ -37,7 +37,7 @@ public:
     int32_t Count = 0;
     void** Items = Inline; // points to Inline or to heap memory; null after Clear
     int32_t Capacity = 16;
-    int32_t Grow = 32;     // slots that the next growth adds; doubles, up to 500000
+    int32_t Grow = 32; // slots that the next growth adds; doubles, up to 500000
     void* Inline[16];
 
 private:
@@ -110,6 +110,7 @@ public:
                 memset(record, 0, sizeof(T));
         }
         Current = record;
+        position = position < 0 ? -1 : position;
         Items.InsertAt(position, record);
         Keys.InsertAt(position, key);
         return record;

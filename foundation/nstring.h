@@ -4,9 +4,9 @@
 #include <cstdint>
 
 // Sentinels that stand for a position or a length.
-inline constexpr int NEnd = -12345;        // the last character (removal), or the end (insertion)
+inline constexpr int NEnd = -12345;         // the last character (removal), or the end (insertion)
 inline constexpr int NCountLength = -12345; // as a length: count it from the text
-inline constexpr int NFromLast = 123456;   // the backward search starts at the last character
+inline constexpr int NFromLast = 123456;    // the backward search starts at the last character
 
 // The wide string of the whole system: UTF-16 units, always zero-terminated,
 // with room for 127 characters before it takes heap memory.
@@ -114,11 +114,11 @@ public:
     void CopyToNarrow(char* destination);
     void CopyToWide(wchar_t* destination) const;
 
-    wchar_t* Text;   // points to Inline or to heap memory
-    int32_t Length;  // units, terminator included
-    int64_t Value;   // a caller's value that travels with the string
+    wchar_t* Text;  // points to Inline or to heap memory
+    int32_t Length; // units, terminator included
+    int64_t Value;  // a caller's value that travels with the string
     wchar_t Inline[128];
-    char* Narrow;    // cached narrow form, made on demand; owned
+    char* Narrow;     // cached narrow form, made on demand; owned
     int32_t Capacity; // units available in Text
 
 private:
@@ -126,8 +126,12 @@ private:
     void DropHeapText();
 };
 
-inline bool operator==(const NString& a, const wchar_t* b) { return a.Compare(b) == 0; }
-inline bool operator==(const NString& a, const NString& b) { return a.Compare(b) == 0; }
+inline bool operator==(const NString& a, const wchar_t* b) {
+    return a.Compare(b) == 0;
+}
+inline bool operator==(const NString& a, const NString& b) {
+    return a.Compare(b) == 0;
+}
 
 // ASCII folding of one unit; all others are returned as they are.
 constexpr wchar_t NUpperUnit(wchar_t unit) {
