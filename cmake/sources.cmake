@@ -21,7 +21,17 @@ set(codec_portable
 set(codec_windows
     codec/tag_exchange.cpp)
 
-set(shell_windows)
+set(shell_windows
+    shell/class_factory.cpp
+    shell/com_module.cpp
+    shell/dll_main.cpp
+    shell/edit_entry.cpp
+    shell/exports.cpp
+    shell/module_path.cpp
+    shell/page_counters.cpp
+    shell/registration.cpp
+    shell/shell_object.cpp
+    shell/type_info.cpp)
 
 # The programs and libraries of suite/.
 set(tagmap_windows)

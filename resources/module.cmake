@@ -1,0 +1,40 @@
+# tNWShell.DLL: the rooms' libraries, the exports, and the module's resources.
+
+# COM interfaces have no virtual destructor by contract. Deleting through one of
+# them is still an error (-Wdelete-non-virtual-dtor is in -Wall).
+set_source_files_properties(${shell_windows} PROPERTIES COMPILE_OPTIONS -Wno-non-virtual-dtor)
+
+# The type library is compiled from its .idl. stdole2.tlb, which every such
+# library refers to, comes with Wine.
+find_program(WIDL x86_64-w64-mingw32-widl REQUIRED)
+find_path(STDOLE_DIR stdole2.tlb REQUIRED NO_CMAKE_FIND_ROOT_PATH PATHS
+    /usr/lib/x86_64-linux-gnu/wine/x86_64-windows
+    /usr/lib/wine/x86_64-windows
+    /usr/lib64/wine/x86_64-windows
+    /usr/local/lib/wine/x86_64-windows)
+set(module_resources ${CMAKE_SOURCE_DIR}/resources)
+set(module_typelib ${CMAKE_BINARY_DIR}/resources/tnwshell.tlb)
+file(MAKE_DIRECTORY ${CMAKE_BINARY_DIR}/resources)
+add_custom_command(OUTPUT ${module_typelib}
+    COMMAND ${WIDL} -m64 -t -L${STDOLE_DIR} -o ${module_typelib} ${module_resources}/tnwshell.idl
+    COMMAND ${module_resources}/strip-typelib-time ${module_typelib}
+    DEPENDS ${module_resources}/tnwshell.idl ${module_resources}/strip-typelib-time
+    COMMENT "Compiling the type library"
+    VERBATIM)
+
+enable_language(RC)
+set_source_files_properties(${module_resources}/module.rc PROPERTIES
+    INCLUDE_DIRECTORIES "${CMAKE_SOURCE_DIR};${module_resources};${CMAKE_BINARY_DIR}/resources"
+    COMPILE_OPTIONS "-c;65001"
+    OBJECT_DEPENDS "${module_typelib};${module_resources}/tnwshell.rgs;${module_resources}/resource_ids.h")
+
+# DllMain and the exports lie in the shell room, where no other object asks
+# for them: the whole archive is taken.
+add_library(tNWShell MODULE ${module_resources}/module.rc ${module_resources}/tnwshell.def)
+target_link_libraries(tNWShell PRIVATE "$<LINK_LIBRARY:WHOLE_ARCHIVE,shell>")
+set_target_properties(tNWShell PROPERTIES
+    PREFIX ""
+    OUTPUT_NAME tNWShell
+    SUFFIX .DLL
+    LINKER_LANGUAGE CXX
+    LIBRARY_OUTPUT_DIRECTORY ${TONEWRIGHT_SUITE_DIR})

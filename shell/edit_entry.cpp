@@ -1,0 +1,3 @@
+#include "shell/edit_entry.h"
+
+extern "C" void EditIDTags(const wchar_t*) {}

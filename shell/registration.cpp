@@ -1,0 +1,76 @@
+#include "shell/registration.h"
+
+#include "foundation/nstring.h"
+#include "resources/resource_ids.h"
+#include "shell/com_module.h"
+#include "shell/module_path.h"
+#include "shell/registrar.h"
+#include "shell/type_info.h"
+
+#include <oleauto.h>
+
+namespace {
+
+constexpr wchar_t ScriptType[] = L"REGISTRY";
+constexpr WORD LibraryMajor = 1;
+constexpr WORD LibraryMinor = 0;
+
+enum class Direction { Register, Unregister };
+
+HRESULT RunScript(UINT script, Direction direction) {
+    ComPtr<IPlatformRegistrar> registrar;
+    HRESULT result = CoCreateInstance(CLSID_PlatformRegistrar, nullptr, CLSCTX_INPROC_SERVER,
+                                      IID_IPlatformRegistrar, registrar.PutVoid());
+    if (FAILED(result))
+        return result;
+
+    NString file = NRunningModulePath();
+    // The path lands between single quotes in the script, where a quote of
+    // its own has to be doubled: a single one would end the text, and a cut
+    // path would be registered without an error.
+    NString quoted = file;
+    quoted.Replace(L"'", L"''");
+    result = registrar->AddReplacement(L"MODULE", quoted.c_str());
+    if (FAILED(result))
+        return result;
+    return direction == Direction::Register
+               ? registrar->ResourceRegister(file.c_str(), script, ScriptType)
+               : registrar->ResourceUnregister(file.c_str(), script, ScriptType);
+}
+
+HRESULT RunScripts(Direction direction) {
+    for (const ComObjectEntry& entry : NComModule().Objects()) {
+        HRESULT result = RunScript(entry.RegistrarScript, direction);
+        if (FAILED(result))
+            return result;
+    }
+    return S_OK;
+}
+
+HRESULT RegisterLibrary() {
+    ComPtr<ITypeLib> library;
+    HRESULT result = NLoadModuleTypeLibrary(library);
+    if (FAILED(result))
+        return result;
+    NString path = NRunningModulePath();
+    return RegisterTypeLib(library.Get(), path.Text, nullptr);
+}
+
+HRESULT UnregisterLibrary() {
+    const GUID* library = NComModule().Library();
+    if (!library)
+        return E_UNEXPECTED;
+    return UnRegisterTypeLib(*library, LibraryMajor, LibraryMinor, LOCALE_NEUTRAL, SYS_WIN64);
+}
+
+} // namespace
+
+HRESULT NRegisterModule() {
+    HRESULT result = RunScripts(Direction::Register);
+    return FAILED(result) ? result : RegisterLibrary();
+}
+
+HRESULT NUnregisterModule() {
+    HRESULT result = RunScripts(Direction::Unregister);
+    return FAILED(result) ? result : UnregisterLibrary();
+}
