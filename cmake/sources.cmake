@@ -42,10 +42,8 @@ set(querytrackdata_windows
     suite/querytrackdata/exchange_file.cpp
     suite/querytrackdata/file_traits.cpp
     suite/querytrackdata/full_path.cpp
-    suite/querytrackdata/program.cpp
     suite/querytrackdata/requests.cpp
     suite/querytrackdata/safe_write.cpp
-    suite/querytrackdata/tag_edits.cpp
     suite/querytrackdata/writer_lock.cpp)
 set(shellhost_windows)
 
@@ -73,5 +71,23 @@ set(codec_tests_windows
 
 set(shell_tests_windows)
 set(tagmap_tests_windows)
-set(querytrackdata_tests_windows)
+set(querytrackdata_tests_windows
+    tests/querytrackdata/command_line_test.cpp
+    tests/querytrackdata/disk_change_watch.cpp
+    tests/querytrackdata/error_line_test.cpp
+    tests/querytrackdata/exchange_file_test.cpp
+    tests/querytrackdata/full_path_test.cpp
+    tests/querytrackdata/requests_test.cpp
+    tests/querytrackdata/safe_write_test.cpp
+    tests/querytrackdata/test_files.cpp)
 set(e2e_tests_windows)
+
+# The lists stand above as seen from the root; folders further down use them too.
+foreach(list IN ITEMS
+        foundation_portable foundation_windows codec_portable codec_windows shell_windows
+        tagmap_windows querytrackdata_windows shellhost_windows
+        test_support_windows native_support foundation_tests_portable foundation_tests_windows
+        codec_tests_portable codec_tests_windows shell_tests_windows tagmap_tests_windows
+        querytrackdata_tests_windows e2e_tests_windows)
+    list(TRANSFORM ${list} PREPEND ${CMAKE_CURRENT_LIST_DIR}/../)
+endforeach()

@@ -1,0 +1,3 @@
+#include "suite/querytrackdata/disk_change.h"
+
+void AfterDiskChange() {}
