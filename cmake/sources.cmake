@@ -48,7 +48,8 @@ set(querytrackdata_windows
 set(shellhost_windows)
 
 # Tests: tests/<library>/<source>_test.cpp.
-set(test_support_windows)
+set(test_support_windows
+    tests/support/temp_folder.cpp)
 set(native_support
     tests/support/codepage_native.cpp
     tests/support/wide_native.cpp)

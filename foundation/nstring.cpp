@@ -170,7 +170,8 @@ void NString::Delete(int first, int last) {
     // Wanted: a range that runs past the end empties the string; it isn't cut
     // at `first`.
     if (last >= Length) {
-        SetLength(0, 0);
+        Text[0] = 0;
+        Length = 1;
         return;
     }
     CopyUnits(Text + first - 1, Text + last, Length - last);

@@ -1,0 +1,80 @@
+// Takes the place of QueryTrackData.exe beside the exchange's tests. The folder
+// named by TONEWRIGHT_STAND_IN says what it does and gets what it saw:
+//
+//     command_line.txt   written: its whole command line, UTF-16
+//     request.bin        written: the exchange file as it found it
+//     reply.bin          read: if it exists, becomes the exchange file
+//
+// The event named by TONEWRIGHT_STAND_IN_STARTED is set once that is done; the
+// one named by TONEWRIGHT_STAND_IN_RELEASE is waited for before it exits, with
+// the code 1, which the module must not care about.
+#include "foundation/unique_handle.h"
+#include "foundation/windows_lean.h"
+
+#include <string>
+#include <vector>
+
+namespace {
+std::wstring Environment(const wchar_t* name) {
+    wchar_t value[1024];
+    DWORD length = GetEnvironmentVariableW(name, value, 1024);
+    return length < 1024 ? std::wstring(value, length) : std::wstring();
+}
+
+// The exchange file is open in the module, which shares reading and writing.
+UniqueFileHandle Open(const std::wstring& path, DWORD access, DWORD disposition) {
+    return UniqueFileHandle(CreateFileW(path.c_str(), access, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                        nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr));
+}
+
+bool ReadWhole(const std::wstring& path, std::vector<char>& bytes) {
+    UniqueFileHandle file = Open(path, GENERIC_READ, OPEN_EXISTING);
+    if (!file)
+        return false;
+    bytes.resize(GetFileSize(file.Get(), nullptr));
+    DWORD read = 0;
+    return ReadFile(file.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &read, nullptr) &&
+           read == bytes.size();
+}
+
+void WriteWhole(const std::wstring& path, const void* bytes, size_t size, DWORD disposition) {
+    UniqueFileHandle file = Open(path, GENERIC_WRITE, disposition);
+    DWORD written = 0;
+    WriteFile(file.Get(), bytes, static_cast<DWORD>(size), &written, nullptr);
+    SetEndOfFile(file.Get());
+}
+
+std::wstring PathInQuotes(const std::wstring& commandLine) {
+    size_t last = commandLine.rfind(L'"');
+    size_t first = last == 0 || last == std::wstring::npos ? std::wstring::npos
+                                                           : commandLine.rfind(L'"', last - 1);
+    return first == std::wstring::npos ? std::wstring()
+                                       : commandLine.substr(first + 1, last - first - 1);
+}
+
+UniqueKernelHandle EventNamedBy(const wchar_t* variable) {
+    std::wstring name = Environment(variable);
+    return UniqueKernelHandle(
+        name.empty() ? nullptr : OpenEventW(EVENT_ALL_ACCESS, FALSE, name.c_str()));
+}
+} // namespace
+
+int main() {
+    std::wstring folder = Environment(L"TONEWRIGHT_STAND_IN") + L"\\";
+    std::wstring commandLine = GetCommandLineW();
+    WriteWhole(folder + L"command_line.txt", commandLine.data(),
+               commandLine.size() * sizeof(wchar_t), CREATE_ALWAYS);
+
+    std::wstring exchange = PathInQuotes(commandLine);
+    std::vector<char> bytes;
+    if (ReadWhole(exchange, bytes))
+        WriteWhole(folder + L"request.bin", bytes.data(), bytes.size(), CREATE_ALWAYS);
+    if (ReadWhole(folder + L"reply.bin", bytes))
+        WriteWhole(exchange, bytes.data(), bytes.size(), OPEN_EXISTING);
+
+    if (UniqueKernelHandle started = EventNamedBy(L"TONEWRIGHT_STAND_IN_STARTED"))
+        SetEvent(started.Get());
+    if (UniqueKernelHandle release = EventNamedBy(L"TONEWRIGHT_STAND_IN_RELEASE"))
+        WaitForSingleObject(release.Get(), INFINITE);
+    return 1;
+}
