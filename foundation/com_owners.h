@@ -8,13 +8,15 @@
 
 // Owner of one reference on a COM interface: `Get`, `Put`, `Release` and
 // `Reset` as in UniqueHandle. (Release gives the reference up to the caller.)
-template <typename Interface> struct ComReferenceTraits {
+template <typename Interface>
+struct ComReferenceTraits {
     using Handle = Interface*;
     static Handle None() { return nullptr; }
     static void Free(Handle handle) { handle->Release(); }
 };
 
-template <typename Interface> class ComPtr : public UniqueHandle<ComReferenceTraits<Interface>> {
+template <typename Interface>
+class ComPtr : public UniqueHandle<ComReferenceTraits<Interface>> {
 public:
     using UniqueHandle<ComReferenceTraits<Interface>>::UniqueHandle;
     Interface* operator->() const { return this->Get(); }

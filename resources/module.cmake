@@ -1,9 +1,5 @@
 # tNWShell.DLL: the rooms' libraries, the exports, and the module's resources.
 
-# COM interfaces have no virtual destructor by contract. Deleting through one of
-# them is still an error (-Wdelete-non-virtual-dtor is in -Wall).
-set_source_files_properties(${shell_windows} PROPERTIES COMPILE_OPTIONS -Wno-non-virtual-dtor)
-
 # The type library is compiled from its .idl. stdole2.tlb, which every such
 # library refers to, comes with Wine.
 find_program(WIDL x86_64-w64-mingw32-widl REQUIRED)

@@ -2,5 +2,5 @@
 // but plain definitions belongs here.
 #pragma once
 
-#define IDR_TYPE_LIBRARY 1     // of the type "TYPELIB"
+#define IDR_TYPE_LIBRARY 1       // of the type "TYPELIB"
 #define IDR_REGISTRAR_SCRIPT 101 // of the type "REGISTRY"

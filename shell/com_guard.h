@@ -8,7 +8,8 @@
 // Runs the body of a COM entry point. No exception may cross into the caller,
 // who may be built by another compiler: a failed allocation becomes
 // E_OUTOFMEMORY, anything else E_UNEXPECTED.
-template <typename Body> HRESULT ComGuarded(Body&& body) noexcept {
+template <typename Body>
+HRESULT ComGuarded(Body&& body) noexcept {
     try {
         return std::forward<Body>(body)();
     } catch (const std::bad_alloc&) {

@@ -43,7 +43,8 @@ inline HRESULT ComHandOut(IUnknown* found, void** object) {
 
 // The form that stands alone. The module's lock is the first base, and so the
 // last thing to go.
-template <typename T> class ComObject final : private ComModuleLock, public T {
+template <typename T>
+class ComObject final : private ComModuleLock, public T {
 public:
     STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
         return ComHandOut(this->FindInterface(iid), object);
@@ -59,7 +60,8 @@ public:
 
 // What an aggregated object's own interfaces show: the identity and the count
 // of the outer object. No reference is held on that one, since it holds us.
-template <typename T> class ComContained final : public T {
+template <typename T>
+class ComContained final : public T {
 public:
     explicit ComContained(IUnknown* outer) : outer_(outer) {}
 
@@ -106,7 +108,8 @@ HRESULT ComHandOutNew(Object* created, REFIID iid, void** object) {
 }
 
 // Gives T the creating function of its entry in the object table.
-template <typename T> class ComCreatable {
+template <typename T>
+class ComCreatable {
 public:
     // E_POINTER without `object`. With an outer object only IUnknown can be
     // asked for, since any other interface would already show the outer

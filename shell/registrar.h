@@ -29,8 +29,7 @@ struct IPlatformRegistrar : IUnknown {
     virtual HRESULT STDMETHODCALLTYPE StringRegister(LPCOLESTR script) = 0;
     virtual HRESULT STDMETHODCALLTYPE StringUnregister(LPCOLESTR script) = 0;
     // Runs the script in the resource of a module's file.
-    virtual HRESULT STDMETHODCALLTYPE ResourceRegister(LPCOLESTR file, UINT id,
-                                                       LPCOLESTR type) = 0;
+    virtual HRESULT STDMETHODCALLTYPE ResourceRegister(LPCOLESTR file, UINT id, LPCOLESTR type) = 0;
     virtual HRESULT STDMETHODCALLTYPE ResourceUnregister(LPCOLESTR file, UINT id,
                                                          LPCOLESTR type) = 0;
 

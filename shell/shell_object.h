@@ -36,9 +36,8 @@ public:
     STDMETHODIMP GetTypeInfo(UINT index, LCID locale, ITypeInfo** info) override;
     STDMETHODIMP GetIDsOfNames(REFIID reserved, LPOLESTR* names, UINT count, LCID locale,
                                DISPID* ids) override;
-    STDMETHODIMP Invoke(DISPID id, REFIID reserved, LCID locale, WORD flags,
-                        DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* exception,
-                        UINT* badArgument) override;
+    STDMETHODIMP Invoke(DISPID id, REFIID reserved, LCID locale, WORD flags, DISPPARAMS* parameters,
+                        VARIANT* result, EXCEPINFO* exception, UINT* badArgument) override;
 
     // Replaces `m_Selection` by the drop list (CF_HDROP) of `dataObject`; the
     // folder and the key play no part. E_INVALIDARG, with an empty selection,
