@@ -6,7 +6,8 @@
 #include <utility>
 
 NBuffer& NBuffer::operator=(const NBuffer& other) {
-    CopyFrom(other);
+    if (this != &other)
+        CopyFrom(other);
     return *this;
 }
 

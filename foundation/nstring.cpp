@@ -69,7 +69,8 @@ NString::~NString() {
 }
 
 NString& NString::operator=(const NString& other) {
-    Assign(other.Text, other.Length - 1);
+    if (this != &other)
+        Assign(other.Text, other.Length - 1);
     return *this;
 }
 
