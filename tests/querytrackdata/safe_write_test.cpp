@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <sddl.h>
+
 #include <functional>
 #include <string>
 #include <thread>
@@ -63,6 +65,27 @@ UniqueFileHandle Open(const std::wstring& path, DWORD access, DWORD sharing) {
 
 std::wstring CopyOf(const std::wstring& path) {
     return WorkingCopyPath(FullPath(path.c_str())).c_str();
+}
+
+// Full access for its owner, and none for anybody else.
+void LimitAccess(const std::wstring& path) {
+    UniqueLocalMemory descriptor;
+    ASSERT_TRUE(ConvertStringSecurityDescriptorToSecurityDescriptorW(
+        L"D:P(A;;FA;;;OW)(A;;FA;;;BA)", SDDL_REVISION_1, descriptor.Put(), nullptr));
+    ASSERT_TRUE(SetFileSecurityW(path.c_str(), DACL_SECURITY_INFORMATION, descriptor.Get()));
+}
+
+std::wstring AccessListOf(const std::wstring& path) {
+    DWORD size = 0;
+    GetFileSecurityW(path.c_str(), DACL_SECURITY_INFORMATION, nullptr, 0, &size);
+    Bytes descriptor(size);
+    EXPECT_TRUE(
+        GetFileSecurityW(path.c_str(), DACL_SECURITY_INFORMATION, descriptor.data(), size, &size));
+    wchar_t* text = nullptr;
+    EXPECT_TRUE(ConvertSecurityDescriptorToStringSecurityDescriptorW(
+        descriptor.data(), SDDL_REVISION_1, DACL_SECURITY_INFORMATION, &text, nullptr));
+    UniqueLocalMemory owner(text);
+    return text ? text : L"";
 }
 
 void ExpectUntouched(const TestFolder& folder, const std::wstring& path) {
@@ -251,6 +274,41 @@ TEST(SafeWrite, AttributesAreCarriedOver) {
         EXPECT_TRUE(Write(path).Done);
         EXPECT_EQ(GetFileAttributesW(path.c_str()), before);
     }
+}
+
+TEST(SafeWrite, TheAccessListIsCarriedOver) {
+    TestFolder folder;
+    std::wstring other = folder.Write(L"other.mp3", Old);
+    std::wstring path = folder.Write(L"song.mp3", Old);
+    LimitAccess(path);
+    std::wstring before = AccessListOf(path);
+    ASSERT_NE(before, AccessListOf(other));
+    EXPECT_TRUE(Write(path).Done);
+    EXPECT_EQ(AccessListOf(path), before);
+    EXPECT_EQ(ReadWhole(path), New);
+}
+
+TEST(SafeWrite, BehindASymbolicLinkTheFileItselfIsWritten) {
+    TestFolder folder;
+    std::wstring path = folder.Write(L"song.mp3", Old);
+    std::wstring link = folder.File(L"link.mp3");
+    MakeSymbolicLink(L"song.mp3", link);
+    ASSERT_EQ(ReadWhole(link), Old);
+    EXPECT_TRUE(Write(link).Done);
+    EXPECT_EQ(ReadWhole(path), New);
+    // A write through the link still reaches the file: it is a link still.
+    WriteWhole(link, Old);
+    EXPECT_EQ(ReadWhole(path), Old);
+    EXPECT_EQ(folder.Names().size(), 2u);
+}
+
+TEST(SafeWrite, AFileOnAServerIsWritten) {
+    TestShare share;
+    std::wstring path = share.Path() + L"\\song.mp3";
+    WriteWhole(path, Old);
+    EXPECT_TRUE(Write(path).Done);
+    EXPECT_EQ(ReadWhole(path), New);
+    EXPECT_EQ(NamesIn(share.Path()).size(), 1u);
 }
 
 TEST(SafeWrite, AFileThatIsNotThereIsAFolderOrADeviceIsRefused) {

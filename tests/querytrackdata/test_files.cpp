@@ -14,12 +14,26 @@ std::wstring Full(const std::wstring& path) {
     return FullPath(path.c_str()).c_str();
 }
 
-std::wstring UniqueFolder() {
+std::wstring UniqueName() {
     static int count = 0;
+    return L"tnw-test-" + std::to_wstring(GetCurrentProcessId()) + L"-" +
+           std::to_wstring(GetTickCount64()) + L"-" + std::to_wstring(++count);
+}
+
+std::wstring UniqueFolder() {
     wchar_t temp[MAX_PATH + 1];
     GetTempPathW(MAX_PATH + 1, temp);
-    return std::wstring(temp) + L"tnw-test-" + std::to_wstring(GetCurrentProcessId()) + L"-" +
-           std::to_wstring(GetTickCount64()) + L"-" + std::to_wstring(++count);
+    return temp + UniqueName();
+}
+
+// Where Wine looks for servers: a folder of its prefix. Empty on Windows.
+std::wstring WineServersFolder() {
+    wchar_t prefix[MAX_PATH] = L"";
+    GetEnvironmentVariableW(L"WINECONFIGDIR", prefix, MAX_PATH);
+    std::wstring folder = prefix;
+    if (folder.rfind(L"\\??\\", 0) == 0)
+        folder.replace(0, 4, L"\\\\?\\");
+    return folder.empty() ? folder : folder + L"\\dosdevices\\unc";
 }
 
 } // namespace
@@ -39,6 +53,29 @@ std::wstring TestFolder::Write(const std::wstring& name, const Bytes& content) c
 
 std::vector<std::wstring> TestFolder::Names() const {
     return NamesIn(path_);
+}
+
+TestShare::TestShare() {
+    std::wstring servers = WineServersFolder();
+    std::wstring name = UniqueName();
+    if (servers.empty()) {
+        wchar_t temp[MAX_PATH + 1];
+        GetTempPathW(MAX_PATH + 1, temp);
+        std::wstring rest = temp;
+        folder_ = L"\\\\localhost\\" + rest.substr(0, 1) + L"$" + rest.substr(2) + name;
+        path_ = folder_;
+        MakeFolder(folder_);
+        return;
+    }
+    CreateDirectoryW(servers.c_str(), nullptr);
+    folder_ = servers + L"\\" + name;
+    path_ = L"\\\\" + name + L"\\share";
+    MakeFolder(folder_);
+    MakeFolder(folder_ + L"\\share");
+}
+
+TestShare::~TestShare() {
+    RemoveTree(folder_);
 }
 
 void WriteWhole(const std::wstring& path, const Bytes& content) {
@@ -68,6 +105,30 @@ Bytes ReadWhole(const std::wstring& path) {
 
 void MakeFolder(const std::wstring& path) {
     ASSERT_TRUE(CreateDirectoryW(Full(path).c_str(), nullptr)) << "error " << GetLastError();
+}
+
+void MakeSymbolicLink(const std::wstring& target, const std::wstring& link) {
+    CreateSymbolicLinkW(link.c_str(), target.c_str(), 0);
+    if (GetFileAttributesW(link.c_str()) != INVALID_FILE_ATTRIBUTES)
+        return;
+    // Wine makes none that programs of the host's know; the host does.
+    wchar_t program[] = L"Z:\\bin\\ln";
+    std::wstring folder = link.substr(0, link.rfind(L'\\'));
+    std::wstring name = link.substr(folder.size() + 1);
+    std::wstring line = L"ln -s " + target + L" " + name;
+    STARTUPINFOW startup{};
+    startup.cb = sizeof(startup);
+    PROCESS_INFORMATION started{};
+    ASSERT_TRUE(CreateProcessW(program, line.data(), nullptr, nullptr, FALSE, 0, nullptr,
+                               folder.c_str(), &startup, &started));
+    UniqueKernelHandle process(started.hProcess), thread(started.hThread);
+    // The handle of a host's program tells nothing of its end.
+    for (int tries = 0; tries < 5000; ++tries) {
+        if (GetFileAttributesW(link.c_str()) != INVALID_FILE_ATTRIBUTES)
+            return;
+        Sleep(1);
+    }
+    FAIL() << "no symbolic link was made";
 }
 
 std::vector<std::wstring> NamesIn(const std::wstring& folder) {

@@ -28,11 +28,29 @@ private:
     std::wstring path_;
 };
 
+// A folder that is reached by the path of a share on a server.
+class TestShare {
+public:
+    TestShare();
+    ~TestShare();
+    TestShare(const TestShare&) = delete;
+    TestShare& operator=(const TestShare&) = delete;
+
+    // "\\\\server\\share", without a backslash at its end.
+    const std::wstring& Path() const { return path_; }
+
+private:
+    std::wstring folder_; // what is to be removed
+    std::wstring path_;
+};
+
 // All take paths beyond 260 characters too, and fail the test on an error.
 void WriteWhole(const std::wstring& path, const Bytes& content);
 Bytes ReadWhole(const std::wstring& path);
 void MakeFolder(const std::wstring& path);
 std::vector<std::wstring> NamesIn(const std::wstring& folder);
+// The target is relative to the link's folder.
+void MakeSymbolicLink(const std::wstring& target, const std::wstring& link);
 void RemoveTree(const std::wstring& folder);
 
 Bytes BytesOf(const std::string& text);
