@@ -70,7 +70,28 @@ set(codec_tests_portable
 set(codec_tests_windows
     tests/codec/tag_exchange_test.cpp)
 
-set(shell_tests_windows)
+set(shell_tests_windows
+    tests/shell/class_factory_test.cpp
+    tests/shell/com_guard_test.cpp
+    tests/shell/com_module_test.cpp
+    tests/shell/com_object_test.cpp
+    tests/shell/counted_allocations.cpp
+    tests/shell/dll_main_test.cpp
+    tests/shell/edit_entry_test.cpp
+    tests/shell/exports_test.cpp
+    tests/shell/fake_data_object.cpp
+    tests/shell/loaded_module.cpp
+    tests/shell/module_path_test.cpp
+    tests/shell/module_test.cpp
+    tests/shell/portable_executable.cpp
+    tests/shell/private_classes_root.cpp
+    tests/shell/registration_test.cpp
+    tests/shell/shell_object_test.cpp
+    tests/shell/type_info_test.cpp)
+set(shell_registration_tests_windows
+    tests/shell/fake_data_object.cpp
+    tests/shell/installed_module_test.cpp
+    tests/shell/loaded_module.cpp)
 set(tagmap_tests_windows)
 set(querytrackdata_tests_windows
     tests/querytrackdata/command_line_test.cpp
@@ -88,7 +109,8 @@ foreach(list IN ITEMS
         foundation_portable foundation_windows codec_portable codec_windows shell_windows
         tagmap_windows querytrackdata_windows shellhost_windows
         test_support_windows native_support foundation_tests_portable foundation_tests_windows
-        codec_tests_portable codec_tests_windows shell_tests_windows tagmap_tests_windows
+        codec_tests_portable codec_tests_windows shell_tests_windows
+        shell_registration_tests_windows tagmap_tests_windows
         querytrackdata_tests_windows e2e_tests_windows)
     list(TRANSFORM ${list} PREPEND ${CMAKE_CURRENT_LIST_DIR}/../)
 endforeach()

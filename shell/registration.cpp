@@ -9,6 +9,8 @@
 
 #include <oleauto.h>
 
+#include <iterator>
+
 namespace {
 
 constexpr wchar_t ScriptType[] = L"REGISTRY";
@@ -38,13 +40,35 @@ HRESULT RunScript(UINT script, Direction direction) {
                : registrar->ResourceUnregister(file.c_str(), script, ScriptType);
 }
 
-HRESULT RunScripts(Direction direction) {
+// The class's key goes whole. A registrar that takes back only what its script
+// names, like Wine's, leaves it as soon as it holds anything else.
+HRESULT RemoveClassKey(const CLSID& clsid) {
+    wchar_t key[] = L"CLSID\\{00000000-0000-0000-0000-000000000000}";
+    constexpr int IdRoom = 39;
+    wchar_t* id = key + std::size(key) - IdRoom;
+    if (!StringFromGUID2(clsid, id, IdRoom))
+        return E_UNEXPECTED;
+    LSTATUS status = RegDeleteTreeW(HKEY_CLASSES_ROOT, key);
+    return status == ERROR_FILE_NOT_FOUND ? S_OK : HRESULT_FROM_WIN32(static_cast<DWORD>(status));
+}
+
+HRESULT RegisterClasses() {
+    HRESULT result = S_OK;
+    for (const ComObjectEntry& entry : NComModule().Objects())
+        if (SUCCEEDED(result))
+            result = RunScript(entry.RegistrarScript, Direction::Register);
+    return result;
+}
+
+HRESULT UnregisterClasses() {
+    HRESULT result = S_OK;
     for (const ComObjectEntry& entry : NComModule().Objects()) {
-        HRESULT result = RunScript(entry.RegistrarScript, direction);
-        if (FAILED(result))
-            return result;
+        if (SUCCEEDED(result))
+            result = RunScript(entry.RegistrarScript, Direction::Unregister);
+        if (SUCCEEDED(result))
+            result = RemoveClassKey(*entry.Clsid);
     }
-    return S_OK;
+    return result;
 }
 
 HRESULT RegisterLibrary() {
@@ -66,11 +90,11 @@ HRESULT UnregisterLibrary() {
 } // namespace
 
 HRESULT NRegisterModule() {
-    HRESULT result = RunScripts(Direction::Register);
+    HRESULT result = RegisterClasses();
     return FAILED(result) ? result : RegisterLibrary();
 }
 
 HRESULT NUnregisterModule() {
-    HRESULT result = RunScripts(Direction::Unregister);
+    HRESULT result = UnregisterClasses();
     return FAILED(result) ? result : UnregisterLibrary();
 }
