@@ -7,14 +7,24 @@
 set(foundation_portable
     foundation/nbuffer.cpp
     foundation/nlists.cpp
+    foundation/npath.cpp
     foundation/nstring.cpp
     foundation/nstring_numbers.cpp
     foundation/utf8_decoder.cpp)
 set(foundation_windows
     foundation/codepage_windows.cpp
     foundation/module_instance.cpp
+    foundation/ndisk.cpp
+    foundation/ndropfiles.cpp
+    foundation/nfile.cpp
+    foundation/nfilefind.cpp
+    foundation/nfolders.cpp
     foundation/nmutex.cpp
-    foundation/nrandom.cpp)
+    foundation/nopenfiledialog.cpp
+    foundation/nprocess.cpp
+    foundation/nrandom.cpp
+    foundation/nreg.cpp
+    foundation/ntempfile.cpp)
 
 set(codec_portable
     codec/tag_record.cpp)
