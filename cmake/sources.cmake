@@ -44,10 +44,16 @@ set(shell_windows
     shell/type_info.cpp)
 
 # The programs and libraries of suite/.
-set(tagmap_windows)
+set(tagmap_windows
+    suite/tagmap/audio_file.cpp
+    suite/tagmap/file_stream.cpp
+    suite/tagmap/mapping_table.cpp
+    suite/tagmap/tag_file.cpp
+    suite/tagmap/tag_values.cpp)
 set(querytrackdata_windows
     suite/querytrackdata/audio_file_handle.cpp
     suite/querytrackdata/command_line.cpp
+    suite/querytrackdata/crash_guard.cpp
     suite/querytrackdata/error_line.cpp
     suite/querytrackdata/exchange_file.cpp
     suite/querytrackdata/file_traits.cpp

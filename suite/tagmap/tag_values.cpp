@@ -1,0 +1,57 @@
+#include "suite/tagmap/tag_values.h"
+
+#include <string>
+
+namespace tagmap {
+
+namespace {
+constexpr wchar_t ValueSeparator = L'\r';
+constexpr wchar_t SingleFieldSeparator[] = L"; ";
+} // namespace
+
+NString ToNString(const TagLib::String& text) {
+    const std::wstring units = text.toWString();
+    NString result;
+    result.Assign(units.c_str(), static_cast<int>(units.size()));
+    return result;
+}
+
+TagLib::String ToTagLib(const NString& text) {
+    return TagLib::String(std::wstring(text.c_str(), static_cast<size_t>(text.CharCount())));
+}
+
+TagLib::StringList SplitValues(const NString& text) {
+    TagLib::StringList values;
+    int from = 1;
+    while (from < text.Length) {
+        int separator = text.FindChar(ValueSeparator, from);
+        int last = separator ? separator - 1 : text.CharCount();
+        if (last >= from)
+            values.append(ToTagLib(text.Mid(from, last)));
+        from = last + 2;
+    }
+    return values;
+}
+
+NString JoinValues(const TagLib::StringList& values) {
+    NString joined;
+    for (const TagLib::String& value : values) {
+        if (value.isEmpty())
+            continue;
+        if (!joined.IsEmpty())
+            joined.InsertChar(ValueSeparator);
+        joined.Append(ToNString(value));
+    }
+    return joined;
+}
+
+TagLib::String JoinForSingleField(const TagLib::StringList& values) {
+    return values.toString(SingleFieldSeparator);
+}
+
+void Refusals::Add(const NString& name) {
+    if (!Contains(name))
+        names_.Add(name);
+}
+
+} // namespace tagmap
