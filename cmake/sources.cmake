@@ -61,11 +61,29 @@ set(querytrackdata_windows
     suite/querytrackdata/requests.cpp
     suite/querytrackdata/safe_write.cpp
     suite/querytrackdata/writer_lock.cpp)
-set(shellhost_windows)
+set(shellhost_windows
+    suite/shellhost/command.cpp
+    suite/shellhost/console.cpp
+    suite/shellhost/delete_command.cpp
+    suite/shellhost/drop_data_object.cpp
+    suite/shellhost/drop_list.cpp
+    suite/shellhost/element_argument.cpp
+    suite/shellhost/format_enumerator.cpp
+    suite/shellhost/full_path.cpp
+    suite/shellhost/module_host.cpp
+    suite/shellhost/program.cpp
+    suite/shellhost/set_command.cpp
+    suite/shellhost/tag_check.cpp
+    suite/shellhost/tag_reading.cpp
+    suite/shellhost/tag_text.cpp
+    suite/shellhost/tags_command.cpp)
 
 # Tests: tests/<library>/<source>_test.cpp.
 set(test_support_windows
-    tests/support/temp_folder.cpp)
+    tests/support/dialog_hook.cpp
+    tests/support/message_box_driver.cpp
+    tests/support/temp_folder.cpp
+    tests/support/test_registry_key.cpp)
 set(native_support
     tests/support/codepage_native.cpp
     tests/support/wide_native.cpp)
@@ -73,13 +91,23 @@ set(native_support
 set(foundation_tests_portable
     tests/foundation/nbuffer_test.cpp
     tests/foundation/nlists_test.cpp
+    tests/foundation/npath_test.cpp
     tests/foundation/nstring_test.cpp
     tests/foundation/nstring_numbers_test.cpp
     tests/foundation/utf8_decoder_test.cpp)
 set(foundation_tests_windows
     tests/foundation/codepage_windows_test.cpp
+    tests/foundation/ndisk_test.cpp
+    tests/foundation/ndropfiles_test.cpp
+    tests/foundation/nfile_test.cpp
+    tests/foundation/nfilefind_test.cpp
+    tests/foundation/nfolders_test.cpp
     tests/foundation/nmutex_test.cpp
-    tests/foundation/nrandom_test.cpp)
+    tests/foundation/nopenfiledialog_test.cpp
+    tests/foundation/nprocess_test.cpp
+    tests/foundation/nrandom_test.cpp
+    tests/foundation/nreg_test.cpp
+    tests/foundation/ntempfile_test.cpp)
 
 set(codec_tests_portable
     tests/codec/tag_record_test.cpp)

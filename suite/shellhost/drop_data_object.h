@@ -1,0 +1,10 @@
+#pragma once
+
+#include "foundation/com_owners.h"
+#include "foundation/nlists.h"
+
+// The data object of a selection of files: one format, CF_HDROP in global
+// memory, which the receiver owns. Lives in the apartment that made it.
+//
+// The result holds one reference; null if there is no memory for it.
+ComPtr<IDataObject> MakeDropDataObject(const NStringList& paths);
