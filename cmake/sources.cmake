@@ -45,11 +45,19 @@ set(shell_windows
 
 # The programs and libraries of suite/.
 set(tagmap_windows
+    suite/tagmap/asf_tags.cpp
     suite/tagmap/audio_file.cpp
+    suite/tagmap/field_rules.cpp
     suite/tagmap/file_stream.cpp
+    suite/tagmap/flac_pictures.cpp
     suite/tagmap/mapping_table.cpp
+    suite/tagmap/mp4_tags.cpp
+    suite/tagmap/mpeg_frames.cpp
+    suite/tagmap/pictures.cpp
+    suite/tagmap/rating.cpp
     suite/tagmap/tag_file.cpp
-    suite/tagmap/tag_values.cpp)
+    suite/tagmap/tag_values.cpp
+    suite/tagmap/vorbis_tags.cpp)
 set(querytrackdata_windows
     suite/querytrackdata/audio_file_handle.cpp
     suite/querytrackdata/command_line.cpp
@@ -136,7 +144,10 @@ set(shell_registration_tests_windows
     tests/shell/fake_data_object.cpp
     tests/shell/installed_module_test.cpp
     tests/shell/loaded_module.cpp)
-set(tagmap_tests_windows)
+set(tagmap_tests_windows
+    tests/tagmap/field_rules_test.cpp
+    tests/tagmap/pictures_test.cpp
+    tests/tagmap/rating_test.cpp)
 set(querytrackdata_tests_windows
     tests/querytrackdata/command_line_test.cpp
     tests/querytrackdata/disk_change_watch.cpp
