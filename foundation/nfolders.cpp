@@ -78,7 +78,11 @@ NString Derived(NFolderLookup lookup, int id) {
 } // namespace
 
 NString NGetTempFolder() {
-    NString folder = TextOf(TempPath);
+    return NGetTempFolderBy(NPlatformFolder);
+}
+
+NString NGetTempFolderBy(NFolderLookup lookup) {
+    NString folder = lookup(NFolderTemp);
     return NAppendBackslash(folder.IsEmpty() ? NString(L"C:\\Temp") : folder);
 }
 

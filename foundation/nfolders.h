@@ -23,7 +23,9 @@ NString NGetModuleFolder(HINSTANCE instance);
 // that it is `fallback`, or "C:\Error\" for null. Never empty.
 NString NGetSpecialFolder(int id, const wchar_t* fallback = nullptr);
 
-// What NGetSpecialFolder asks: the platform's path for an id, or empty.
+// What both of the functions for folders ask: the platform's path for an id, or
+// empty. They are the same functions with another source of answers.
 using NFolderLookup = NString (*)(int id);
 NString NPlatformFolder(int id);
+NString NGetTempFolderBy(NFolderLookup lookup);
 NString NGetSpecialFolderBy(NFolderLookup lookup, int id, const wchar_t* fallback);

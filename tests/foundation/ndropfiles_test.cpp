@@ -1,0 +1,83 @@
+#include "foundation/ndropfiles.h"
+#include "foundation/unique_handle.h"
+#include "tests/support/nstring_printer.h"
+
+#include <gtest/gtest.h>
+
+#include <shlobj.h>
+
+#include <cstring>
+#include <string>
+#include <vector>
+
+namespace {
+struct GlobalMemoryTraits {
+    using Handle = HGLOBAL;
+    static Handle None() { return nullptr; }
+    static void Free(Handle handle) { GlobalFree(handle); }
+};
+using UniqueGlobalMemory = UniqueHandle<GlobalMemoryTraits>;
+
+// The block that a shell hands over: a header, then the paths, each with a
+// terminator, and a further one.
+UniqueGlobalMemory MakeDrop(const std::vector<std::wstring>& paths) {
+    std::wstring text;
+    for (const std::wstring& path : paths)
+        text += path + L'\0';
+    text += L'\0';
+    if (paths.empty())
+        text += L'\0';
+    size_t size = sizeof(DROPFILES) + text.size() * sizeof(wchar_t);
+    UniqueGlobalMemory block(GlobalAlloc(GHND, size));
+    auto* header = static_cast<DROPFILES*>(GlobalLock(block.Get()));
+    header->pFiles = sizeof(DROPFILES);
+    header->fWide = TRUE;
+    memcpy(header + 1, text.data(), text.size() * sizeof(wchar_t));
+    GlobalUnlock(block.Get());
+    return block;
+}
+
+void Read(const std::vector<std::wstring>& paths, NStringList& list) {
+    UniqueGlobalMemory block = MakeDrop(paths);
+    NDropFilesRead(static_cast<HDROP>(block.Get()), list);
+}
+} // namespace
+
+TEST(DropFiles, PathsComeInTheOrderOfTheDrop) {
+    NStringList list;
+    Read({L"C:\\b.mp3", L"C:\\a \u4E2D.flac", L"C:\\folder"}, list);
+    ASSERT_EQ(list.Count, 3);
+    EXPECT_EQ(*list[0], L"C:\\b.mp3");
+    EXPECT_EQ(*list[1], L"C:\\a \u4E2D.flac");
+    EXPECT_EQ(*list[2], L"C:\\folder");
+}
+
+TEST(DropFiles, ANewDropReplacesTheOldList) {
+    NStringList list;
+    Read({L"C:\\a", L"C:\\b"}, list);
+    Read({L"C:\\c"}, list);
+    ASSERT_EQ(list.Count, 1);
+    EXPECT_EQ(*list[0], L"C:\\c");
+}
+
+TEST(DropFiles, APathBeyondTheUsualLimitIsKeptWhole) {
+    std::wstring path = L"C:\\" + std::wstring(1000, L'x');
+    NStringList list;
+    Read({path, L"C:\\b"}, list);
+    ASSERT_EQ(list.Count, 2);
+    EXPECT_EQ(*list[0], path.c_str());
+}
+
+TEST(DropFiles, ADropOfNothingGivesAnEmptyList) {
+    NStringList list;
+    list.Add(L"old");
+    Read({}, list);
+    EXPECT_EQ(list.Count, 0);
+}
+
+TEST(DropFiles, ANullHandleGivesAnEmptyList) {
+    NStringList list;
+    list.Add(L"old");
+    NDropFilesRead(nullptr, list);
+    EXPECT_EQ(list.Count, 0);
+}

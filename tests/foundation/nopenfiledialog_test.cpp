@@ -1,0 +1,157 @@
+#include "foundation/nfile.h"
+#include "foundation/nopenfiledialog.h"
+#include "foundation/npath.h"
+#include "tests/support/dialog_hook.h"
+#include "tests/support/nstring_printer.h"
+#include "tests/support/temp_folder.h"
+
+#include <gtest/gtest.h>
+
+#include <commdlg.h>
+#include <dlgs.h>
+
+#include <string>
+
+namespace {
+std::wstring FilterBlock(const wchar_t* text, const NStringList* list) {
+    NBuffer block;
+    NMakeFilterBlock(block, text, list);
+    return std::wstring(reinterpret_cast<wchar_t*>(block.Data), block.Size / sizeof(wchar_t));
+}
+
+// The literal's own terminator counts.
+template <size_t N>
+std::wstring Units(const wchar_t (&text)[N]) {
+    return std::wstring(text, N);
+}
+
+template <size_t N>
+void TakeNames(NStringList& list, const wchar_t (&names)[N], bool multiSelect) {
+    NTakeDialogNames(list, names, N, multiSelect);
+}
+
+class OpenFileDialog : public testing::Test {
+protected:
+    void SetUp() override {
+        NFile(folder_.File(L"a.mp3"), GENERIC_WRITE, CREATE_ALWAYS, false, true);
+        NFile(folder_.File(L"b.mp3"), GENERIC_WRITE, CREATE_ALWAYS, false, true);
+        list_.Add(L"old");
+    }
+
+    // Opens the dialog, types `typed` over what it offers, and presses a button.
+    bool Run(DWORD flags, const wchar_t* initialFile, const wchar_t* typed, WORD button) {
+        DialogHook hook([&](HWND dialog) {
+            title_ = TextOf(dialog);
+            HWND name = NameControl(dialog);
+            offered_ = TextOf(name);
+            if (typed)
+                SetWindowTextW(name, typed);
+            PostMessageW(dialog, WM_COMMAND, MAKEWPARAM(button, BN_CLICKED),
+                         reinterpret_cast<LPARAM>(GetDlgItem(dialog, button)));
+        });
+        return NOpenFileDialog(list_, L"Choose a picture", flags, L"Music\r*.mp3", nullptr,
+                               folder_.Path().Text, initialFile, nullptr);
+    }
+    static HWND NameControl(HWND dialog) {
+        HWND combo = GetDlgItem(dialog, cmb13);
+        return combo ? combo : GetDlgItem(dialog, edt1);
+    }
+    static NString TextOf(HWND window) {
+        wchar_t text[2000] = {};
+        GetWindowTextW(window, text, 2000);
+        return NString(text);
+    }
+
+    TempFolder folder_;
+    NStringList list_;
+    NString title_;
+    NString offered_;
+};
+} // namespace
+
+TEST(DialogFilter, WithoutAnyEntryAllFilesAreOffered) {
+    EXPECT_EQ(FilterBlock(nullptr, nullptr), Units(L" \0*.*\0"));
+    NStringList none;
+    EXPECT_EQ(FilterBlock(L"", &none), Units(L" \0*.*\0"));
+}
+
+TEST(DialogFilter, TheListComesBeforeTheText) {
+    NStringList list;
+    list.Add(L"Pictures\r*.jpg;*.png");
+    list.Add(L"Music\r*.mp3");
+    EXPECT_EQ(FilterBlock(L"All\r*.*", &list),
+              Units(L"Pictures\0*.jpg;*.png\0Music\0*.mp3\0All\0*.*\0"));
+}
+
+TEST(DialogFilter, TheTextAloneIsOneEntry) {
+    EXPECT_EQ(FilterBlock(L"All\r*.*", nullptr), Units(L"All\0*.*\0"));
+}
+
+TEST(DialogNames, WithoutMultiSelectTheNameIsTheSingleItem) {
+    NStringList list;
+    list.Add(L"old");
+    TakeNames(list, L"C:\\a.mp3\0b.mp3\0", false);
+    ASSERT_EQ(list.Count, 1);
+    EXPECT_EQ(*list[0], L"C:\\a.mp3");
+}
+
+TEST(DialogNames, SeveralNamesGetTheFolderInFront) {
+    NStringList list;
+    TakeNames(list, L"C:\\Music\0a.mp3\0b.mp3\0", true);
+    ASSERT_EQ(list.Count, 2);
+    EXPECT_EQ(*list[0], L"C:\\Music\\a.mp3");
+    EXPECT_EQ(*list[1], L"C:\\Music\\b.mp3");
+}
+
+TEST(DialogNames, AFolderThatIsARootGetsNoSecondBackslash) {
+    NStringList list;
+    TakeNames(list, L"C:\\\0a.mp3\0b.mp3\0", true);
+    ASSERT_EQ(list.Count, 2);
+    EXPECT_EQ(*list[0], L"C:\\a.mp3");
+}
+
+TEST(DialogNames, OneFileInAMultiSelectGivesItsPathOnce) {
+    NStringList list;
+    TakeNames(list, L"C:\\Music\\a.mp3\0", true);
+    ASSERT_EQ(list.Count, 1);
+    EXPECT_EQ(*list[0], L"C:\\Music\\a.mp3");
+}
+
+TEST_F(OpenFileDialog, GivesTheFileThatIsTyped) {
+    EXPECT_TRUE(Run(OFN_FILEMUSTEXIST, nullptr, L"b.mp3", IDOK));
+    ASSERT_EQ(list_.Count, 1);
+    EXPECT_EQ(*list_[0], folder_.File(L"b.mp3"));
+    EXPECT_EQ(title_, L"Choose a picture");
+}
+
+TEST_F(OpenFileDialog, OffersTheInitialFile) {
+    EXPECT_TRUE(Run(OFN_FILEMUSTEXIST, L"a.mp3", nullptr, IDOK));
+    EXPECT_EQ(offered_, L"a.mp3");
+    ASSERT_EQ(list_.Count, 1);
+    EXPECT_EQ(*list_[0], folder_.File(L"a.mp3"));
+}
+
+TEST_F(OpenFileDialog, ACancelledDialogLeavesAnEmptyList) {
+    EXPECT_FALSE(Run(0, nullptr, L"b.mp3", IDCANCEL));
+    EXPECT_EQ(list_.Count, 0);
+}
+
+TEST_F(OpenFileDialog, MultiSelectGivesEveryFileWithItsFolder) {
+    EXPECT_TRUE(Run(OFN_ALLOWMULTISELECT, nullptr, L"\"a.mp3\" \"b.mp3\"", IDOK));
+    ASSERT_EQ(list_.Count, 2);
+    EXPECT_EQ(*list_[0], folder_.File(L"a.mp3"));
+    EXPECT_EQ(*list_[1], folder_.File(L"b.mp3"));
+}
+
+TEST_F(OpenFileDialog, MultiSelectWithOneFileGivesItsFullPathOnce) {
+    EXPECT_TRUE(Run(OFN_ALLOWMULTISELECT, nullptr, L"a.mp3", IDOK));
+    ASSERT_EQ(list_.Count, 1);
+    EXPECT_EQ(*list_[0], folder_.File(L"a.mp3"));
+}
+
+TEST_F(OpenFileDialog, AnInitialFileThatIsTooLongIsCut) {
+    NString name;
+    name.SetLength(3000, L'x');
+    EXPECT_FALSE(Run(0, name.Text, nullptr, IDCANCEL));
+    EXPECT_EQ(list_.Count, 0);
+}

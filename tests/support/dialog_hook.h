@@ -1,0 +1,29 @@
+#pragma once
+
+#include "foundation/unique_handle.h"
+
+#include <functional>
+
+// Calls `opened` for each dialog of this thread, message boxes and the
+// platform's own dialogs among them, when it is all set up and before it is
+// shown. One at a time on a thread. What `opened` posts to the dialog reaches
+// it in its own loop, so a dialog can be answered without a second thread.
+class DialogHook {
+public:
+    explicit DialogHook(std::function<void(HWND dialog)> opened);
+    ~DialogHook();
+    DialogHook(const DialogHook&) = delete;
+    DialogHook& operator=(const DialogHook&) = delete;
+
+private:
+    static LRESULT CALLBACK AfterMessage(int code, WPARAM wParam, LPARAM lParam);
+
+    struct HookTraits {
+        using Handle = HHOOK;
+        static Handle None() { return nullptr; }
+        static void Free(Handle handle) { UnhookWindowsHookEx(handle); }
+    };
+
+    std::function<void(HWND)> opened_;
+    UniqueHandle<HookTraits> hook_;
+};
