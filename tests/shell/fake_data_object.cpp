@@ -61,6 +61,8 @@ FakeDataObject::~FakeDataObject() {
 }
 
 STDMETHODIMP FakeDataObject::GetData(FORMATETC* format, STGMEDIUM* medium) {
+    if (OnGetData)
+        OnGetData();
     Asked = *format;
     MediumAsked = *medium;
     *medium = Answer;

@@ -4,6 +4,7 @@
 
 #include <objidl.h>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -36,6 +37,8 @@ public:
     HRESULT Result = S_OK;
     STGMEDIUM Answer = {};
 
+    // Called by each GetData, before it answers.
+    std::function<void()> OnGetData;
     // What the last GetData was asked.
     FORMATETC Asked = {};
     STGMEDIUM MediumAsked = {};

@@ -119,6 +119,25 @@ TEST_F(ShellObject, WithoutADataObjectTheSelectionIsEmptied) {
     EXPECT_EQ(Selection(), Paths{});
 }
 
+TEST_F(ShellObject, HasDroppedTheFormerSelectionWhenItAsksForTheNextOne) {
+    SelectSomething();
+    FakeDataObject data(Paths{L"C:\\new.mp3"});
+    int seen = -1;
+    data.OnGetData = [&] { seen = shell->m_Selection.Count; };
+
+    Initialize(&data);
+    EXPECT_EQ(seen, 0);
+}
+
+TEST_F(ShellObject, AnExceptionOfTheDataObjectDoesNotLeaveTheCall) {
+    SelectSomething();
+    FakeDataObject data(Paths{L"C:\\new.mp3"});
+    data.OnGetData = [] { throw 1; };
+
+    EXPECT_EQ(Initialize(&data), E_UNEXPECTED);
+    EXPECT_EQ(Selection(), Paths{});
+}
+
 TEST_F(ShellObject, AsksForTheDropListWithAnEmptyMedium) {
     FakeDataObject data(Paths{L"C:\\a.mp3"});
     Initialize(&data);
