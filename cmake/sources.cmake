@@ -50,11 +50,13 @@ set(tagmap_windows
     suite/tagmap/field_rules.cpp
     suite/tagmap/file_stream.cpp
     suite/tagmap/flac_pictures.cpp
+    suite/tagmap/format_tags.cpp
     suite/tagmap/mapping_table.cpp
     suite/tagmap/mp4_tags.cpp
     suite/tagmap/mpeg_frames.cpp
     suite/tagmap/pictures.cpp
     suite/tagmap/rating.cpp
+    suite/tagmap/tag_check.cpp
     suite/tagmap/tag_file.cpp
     suite/tagmap/tag_values.cpp
     suite/tagmap/vorbis_tags.cpp)
@@ -157,7 +159,15 @@ set(querytrackdata_tests_windows
     tests/querytrackdata/requests_test.cpp
     tests/querytrackdata/safe_write_test.cpp
     tests/querytrackdata/test_files.cpp)
-set(e2e_tests_windows)
+set(shellhost_tests_windows
+    tests/shellhost/drop_data_object_test.cpp
+    tests/shellhost/drop_list_test.cpp
+    tests/shellhost/element_argument_test.cpp
+    tests/shellhost/format_enumerator_test.cpp
+    tests/shellhost/module_host_test.cpp
+    tests/shellhost/program_test.cpp
+    tests/shellhost/tag_check_test.cpp
+    tests/shellhost/tag_text_test.cpp)
 
 # The lists stand above as seen from the root; folders further down use them too.
 foreach(list IN ITEMS
@@ -166,6 +176,6 @@ foreach(list IN ITEMS
         test_support_windows native_support foundation_tests_portable foundation_tests_windows
         codec_tests_portable codec_tests_windows shell_tests_windows
         shell_registration_tests_windows tagmap_tests_windows
-        querytrackdata_tests_windows e2e_tests_windows)
+        querytrackdata_tests_windows shellhost_tests_windows)
     list(TRANSFORM ${list} PREPEND ${CMAKE_CURRENT_LIST_DIR}/../)
 endforeach()

@@ -1,10 +1,11 @@
 #pragma once
 
-#include "foundation/nbuffer.h"
 #include "foundation/unique_handle.h"
 
 #include <tiostream.h>
 
+#include <cstdint>
+#include <string>
 #include <vector>
 
 // The library's view of a file on the disk, through a handle of our own: with
@@ -28,6 +29,8 @@ public:
 
     // A call that was to read or change the disk failed. Never cleared.
     bool Failed() const { return failed_; }
+    // The file is larger than the library can count, 2 GiB, and isn't open.
+    bool IsTooLarge() const { return tooLarge_; }
 
     TagLib::FileName name() const override { return path_.c_str(); }
     TagLib::ByteVector readBlock(unsigned long length) override;
@@ -44,6 +47,7 @@ public:
     void truncate(long length) override;
 
 private:
+    bool ReadCached(int64_t offset, char* bytes, uint32_t count);
     bool ReadAt(int64_t offset, char* bytes, uint32_t count);
     bool WriteAt(int64_t offset, const char* bytes, uint32_t count);
     bool MoveTail(int64_t from, int64_t to);
@@ -58,6 +62,7 @@ private:
     int64_t position_ = 0;
     int64_t size_ = 0;
     bool failed_ = false;
+    bool tooLarge_ = false;
     std::vector<char> cache_; // bytes of the file from cacheAt_ on
     int64_t cacheAt_ = 0;
 };

@@ -9,7 +9,8 @@
 //
 // Formats: MP3 (ID3v2.2 to 2.4, ID3v1, APE), FLAC, Ogg (Vorbis, Opus, Speex,
 // FLAC), MP4, ASF, WAV, AIFF, Monkey's Audio, WavPack, Musepack, True Audio,
-// and, read only, DSF, DSDIFF and tracker modules.
+// and, read only, tracker modules. Files of 2 GiB or more are refused: the
+// library counts in 32 bits.
 //
 // Paths are absolute, of any length. Nothing is shown and nothing is thrown; a
 // file of any content gives one of the outcomes.
@@ -55,6 +56,10 @@ bool Holds(const wchar_t* path, clTagRecord& changes, const Refusals& refused);
 // True if the file can be read as audio, and none of these elements is left (no
 // names: no element but those that the audio stream itself carries).
 bool LacksAll(const wchar_t* path, const NStringList& names);
+
+// True if `after` can be read as audio, lacks these elements, and has the
+// pictures of `before` but those of these numbers, in their order.
+bool WasDeleted(const wchar_t* before, const wchar_t* after, const NStringList& names);
 
 // True if both files are of one format and agree in length, sample rate,
 // channels and average bit rate.
