@@ -149,7 +149,8 @@ set(shell_registration_tests_windows
 set(tagmap_tests_windows
     tests/tagmap/field_rules_test.cpp
     tests/tagmap/pictures_test.cpp
-    tests/tagmap/rating_test.cpp)
+    tests/tagmap/rating_test.cpp
+    tests/tagmap/vorbis_tags_test.cpp)
 set(querytrackdata_tests_windows
     tests/querytrackdata/command_line_test.cpp
     tests/querytrackdata/disk_change_watch.cpp
