@@ -1,0 +1,55 @@
+#pragma once
+
+#include "codec/tag_record.h"
+#include "foundation/nlists.h"
+#include "suite/tagmap/tag_values.h"
+
+#include <id3v1tag.h>
+#include <id3v2tag.h>
+
+// ID3v2 tags, after the format's documents on id3.org and the tables of the
+// well-known taggers, and the ID3v1 tag that may stand beside them.
+//
+// - "comment" is the COMM frame without a description, of any language; other
+//   COMM frames stay. "upc" reads TXXX:UPC too.
+// - "rating" is the POPM frame, whose play counter stays; TXXX:RATING, which
+//   stands for it in some taggers, reads when there is no POPM, and goes when a
+//   rating is written.
+// - Names that the table lacks are the frames that the library knows by that
+//   name ("lyrics" is USLT), or TXXX frames. TXXX frames keep their spelling,
+//   and so does a name of a form "lyrics:description".
+// - `_cdtoc` is MCDI, with its bytes as data.
+// - Frames that no element stands for (chapters, private data, unknown ones)
+//   are neither read nor changed.
+namespace tagmap {
+
+inline constexpr int Id3v2OldVersion = 3; // ID3v2.3
+inline constexpr int Id3v2NewVersion = 4; // ID3v2.4
+
+// The version that a tag is to be saved in: its own, but 2.3 for 2.2 and for a
+// tag that is yet to be made (null).
+int Id3v2VersionToWrite(const TagLib::ID3v2::Tag* tag);
+
+void ReadId3v2(const TagLib::ID3v2::Tag& tag, clTagRecord& record);
+
+// Does what `changes` says, pictures included, for a tag that is then saved in
+// `version`. In ID3v2.3 several values are one text, with "; " between them,
+// and texts are UTF-16. `refused` gets the names that can't be written.
+void SetId3v2(TagLib::ID3v2::Tag& tag, clTagRecord& changes, int version, Refusals& refused);
+
+// An empty list stands for all frames that ReadId3v2 reads.
+void DeleteId3v2(TagLib::ID3v2::Tag& tag, const NStringList& names);
+
+// The library's save in ID3v2.3 leaves out or cuts frames that it knows as
+// those of 2.4, and those that it could not bring to 2.4 when it read the tag.
+// This gives them a form that a save in `version` keeps. SetId3v2 does it too;
+// DeleteId3v2, which does not know the version, does it for Id3v2VersionToWrite.
+void PrepareId3v2Save(TagLib::ID3v2::Tag& tag, int version);
+
+// Seven elements in Latin-1, cut to the lengths of the fields. Genres are
+// those of the format's list, and none for all others.
+void ReadId3v1(const TagLib::ID3v1::Tag& tag, clTagRecord& record);
+void SetId3v1(TagLib::ID3v1::Tag& tag, clTagRecord& changes);
+void DeleteId3v1(TagLib::ID3v1::Tag& tag, const NStringList& names);
+
+} // namespace tagmap
