@@ -68,8 +68,10 @@ set(querytrackdata_windows
     suite/querytrackdata/exchange_file.cpp
     suite/querytrackdata/file_traits.cpp
     suite/querytrackdata/full_path.cpp
+    suite/querytrackdata/program.cpp
     suite/querytrackdata/requests.cpp
     suite/querytrackdata/safe_write.cpp
+    suite/querytrackdata/tag_edits.cpp
     suite/querytrackdata/writer_lock.cpp)
 set(shellhost_windows
     suite/shellhost/command.cpp
@@ -152,11 +154,15 @@ set(tagmap_tests_windows
     tests/tagmap/rating_test.cpp
     tests/tagmap/vorbis_tags_test.cpp)
 set(querytrackdata_tests_windows
+    tests/faults/kill_test.cpp
     tests/querytrackdata/command_line_test.cpp
     tests/querytrackdata/disk_change_watch.cpp
     tests/querytrackdata/error_line_test.cpp
     tests/querytrackdata/exchange_file_test.cpp
     tests/querytrackdata/full_path_test.cpp
+    tests/querytrackdata/imports_test.cpp
+    tests/querytrackdata/program_runner.cpp
+    tests/querytrackdata/program_test.cpp
     tests/querytrackdata/requests_test.cpp
     tests/querytrackdata/safe_write_test.cpp
     tests/querytrackdata/test_files.cpp)

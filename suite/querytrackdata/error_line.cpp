@@ -21,7 +21,7 @@ NString OnOneLine(const wchar_t* subject) {
 } // namespace
 
 bool ErrorLine::Fail(const wchar_t* what) {
-    if (!HasFailed()) {
+    if (!HasText()) {
         text_ = L"QueryTrackData: ";
         text_.Append(what);
     }
@@ -29,7 +29,7 @@ bool ErrorLine::Fail(const wchar_t* what) {
 }
 
 bool ErrorLine::Fail(const wchar_t* what, const wchar_t* subject, DWORD systemError) {
-    if (HasFailed())
+    if (HasText())
         return false;
     Fail(what);
     text_.Append(L": \"");
@@ -44,7 +44,7 @@ bool ErrorLine::Fail(const wchar_t* what, const wchar_t* subject, DWORD systemEr
 }
 
 void ErrorLine::Print() const {
-    if (!HasFailed())
+    if (!HasText())
         return;
     NString line(text_);
     line.Append(L"\r\n");

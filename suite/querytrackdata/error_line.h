@@ -3,8 +3,9 @@
 #include "foundation/nstring.h"
 #include "foundation/windows_lean.h"
 
-// The one line that a failed run leaves on standard error, in UTF-8. The first
-// failure is the one that is told; what follows from it isn't.
+// The one line that a run leaves on standard error, in UTF-8, when something
+// didn't go as it was asked. The first failure is the one that is told; what
+// follows from it isn't.
 class ErrorLine {
 public:
     // Both answer false, for `return error.Fail(...)`. `subject` is a path or
@@ -12,7 +13,10 @@ public:
     bool Fail(const wchar_t* what);
     bool Fail(const wchar_t* what, const wchar_t* subject, DWORD systemError = 0);
 
-    bool HasFailed() const { return !text_.IsEmpty(); }
+    // Something that the user should know though the request was carried out.
+    void Note(const wchar_t* what, const wchar_t* subject) { Fail(what, subject); }
+
+    bool HasText() const { return !text_.IsEmpty(); }
     // The text without a line end; empty after no failure. Control characters
     // of the subject are shown as "?", so that it is one line.
     const NString& Text() const { return text_; }

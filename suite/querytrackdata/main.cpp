@@ -1,4 +1,4 @@
-#include "foundation/windows_lean.h"
+#include "suite/querytrackdata/crash_guard.h"
 #include "suite/querytrackdata/program.h"
 
 // The C start-up code would take a "?" or "*" in a path, as in "\\?\C:\", for
@@ -8,7 +8,6 @@ int _dowildcard = 0;
 
 extern "C" int wmain(int count, wchar_t** arguments);
 int wmain(int count, wchar_t** arguments) {
-    // Nobody may be there to close a window of the system's.
-    SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX | SEM_NOOPENFILEERRORBOX);
+    GuardAgainstCrashes();
     return RunQueryTrackData(count, arguments);
 }

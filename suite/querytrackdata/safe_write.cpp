@@ -111,8 +111,11 @@ public:
         if (edit_.IsDone(realPath_.c_str()))
             return true;
         // 5. Make the copy, change it, and look whether it came out right.
-        if (!MakeCopy(copy) || !edit_.Apply(copy.Path().c_str(), error_) ||
-            !edit_.Check(realPath_.c_str(), copy.Path().c_str(), error_))
+        if (!MakeCopy(copy) || !edit_.Apply(copy.Path().c_str(), error_))
+            return false;
+        if (edit_.IsDone(realPath_.c_str()))
+            return true;
+        if (!edit_.Check(realPath_.c_str(), copy.Path().c_str(), error_))
             return false;
         // 6. Give it all else that the file has, and bring it to the disk.
         if (!FinishCopy(copy))

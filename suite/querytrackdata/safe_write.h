@@ -8,7 +8,8 @@
 class FileEdit {
 public:
     virtual ~FileEdit() = default;
-    // The file is as it shall be, without a change.
+    // The file is as it shall be, without a change. Asked again after Apply,
+    // when it is known what the file can't take.
     virtual bool IsDone(const wchar_t* file) = 0;
     // Changes `copy`, which belongs to the edit alone.
     virtual bool Apply(const wchar_t* copy, ErrorLine& error) = 0;

@@ -4,9 +4,9 @@
 
 TEST(ErrorLine, NamesTheProgramTheFailureTheFileAndTheSystemsNumber) {
     ErrorLine error;
-    EXPECT_FALSE(error.HasFailed());
+    EXPECT_FALSE(error.HasText());
     EXPECT_FALSE(error.Fail(L"cannot open the audio file", L"C:\\a.mp3", 32));
-    EXPECT_TRUE(error.HasFailed());
+    EXPECT_TRUE(error.HasText());
     EXPECT_STREQ(error.Text().c_str(),
                  L"QueryTrackData: cannot open the audio file: \"C:\\a.mp3\" (system error 32)");
 }

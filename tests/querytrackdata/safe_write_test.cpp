@@ -218,7 +218,9 @@ TEST(SafeWrite, AFileThatIsOpenElsewhereWithoutFullSharingIsRefused) {
                           DWORD{FILE_SHARE_READ | FILE_SHARE_WRITE}}) {
         UniqueFileHandle other = Open(path, GENERIC_READ, sharing);
         ASSERT_TRUE(other);
-        EXPECT_FALSE(Write(path).Done) << sharing;
+        WriteNew edit;
+        EXPECT_FALSE(Write(path, edit).Done) << sharing;
+        EXPECT_EQ(edit.copyPath, L"") << "found out only after all the work";
         other.Reset();
         ExpectUntouched(folder, path);
     }
