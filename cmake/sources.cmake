@@ -149,7 +149,10 @@ set(shell_registration_tests_windows
     tests/shell/installed_module_test.cpp
     tests/shell/loaded_module.cpp)
 set(tagmap_tests_windows
+    tests/tagmap/asf_tags_test.cpp
     tests/tagmap/field_rules_test.cpp
+    tests/tagmap/flac_pictures_test.cpp
+    tests/tagmap/mp4_tags_test.cpp
     tests/tagmap/pictures_test.cpp
     tests/tagmap/rating_test.cpp
     tests/tagmap/vorbis_tags_test.cpp)

@@ -81,8 +81,8 @@ void RefuseUnusable(clTagRecord& changes, Refusals& refused) {
 void ReadFlacPictures(TagLib::FLAC::File& file, clTagRecord& record) {
     int number = 1;
     AddAll(file.pictureList(), record, number);
-    if (file.hasXiphComment())
-        AddAll(file.xiphComment()->pictureList(), record, number);
+    if (XiphComment* comment = file.xiphComment())
+        AddAll(comment->pictureList(), record, number);
 }
 
 void SetFlacPictures(TagLib::FLAC::File& file, clTagRecord& changes, Refusals& refused) {
@@ -92,8 +92,8 @@ void SetFlacPictures(TagLib::FLAC::File& file, clTagRecord& changes, Refusals& r
         return;
     OwnedPictures pictures;
     TakePictures(file, pictures);
-    if (file.hasXiphComment())
-        TakePictures(*file.xiphComment(), pictures);
+    if (XiphComment* comment = file.xiphComment())
+        TakePictures(*comment, pictures);
     ApplyArtRequests(pictures, requests, MakePicture);
     GivePictures(file, pictures);
 }
@@ -104,8 +104,8 @@ void DeleteFlacPictures(TagLib::FLAC::File& file, const NStringList& names) {
         return;
     OwnedPictures pictures;
     TakePictures(file, pictures);
-    if (file.hasXiphComment())
-        TakePictures(*file.xiphComment(), pictures);
+    if (XiphComment* comment = file.xiphComment())
+        TakePictures(*comment, pictures);
     if (names.Count == 0)
         return;
     RemoveArtNumbers(pictures, numbers);

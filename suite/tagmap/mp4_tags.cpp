@@ -5,7 +5,6 @@
 #include "suite/tagmap/pictures.h"
 #include "suite/tagmap/rating.h"
 
-#include <mp4atom.h>
 #include <mp4coverart.h>
 #include <mp4item.h>
 #include <tpropertymap.h>

@@ -4,6 +4,9 @@
 #include "foundation/nlists.h"
 #include "suite/tagmap/tag_values.h"
 
+// In front of mp4file.h, whose forward declaration would make the File that its
+// constructors take another one than the library was built with.
+#include <mp4atom.h>
 #include <mp4file.h>
 #include <mp4tag.h>
 
