@@ -161,30 +161,35 @@ StringList TextsOf(const AttributeList& attributes) {
     return texts;
 }
 
+// The number that the text is the usual form of, up to `most`.
+bool IsNumber(const String& text, uint64_t most, uint64_t& number) {
+    const NString value = ToNString(text);
+    return ParseWholeNumber(value, most, number) && value == NString::FromUInt(number);
+}
+
 // An attribute of the type that `old` has, if the text fits it.
 Attribute MakeAttribute(const AttributeList& old, const String& text) {
     const auto type = old.isEmpty() ? Attribute::UnicodeType : old.front().type();
-    const NString value = ToNString(text);
     uint64_t number = 0;
-    if (type == Attribute::BoolType && ParseWholeNumber(value, 1, number))
+    if (type == Attribute::BoolType && IsNumber(text, 1, number))
         return Attribute(number != 0);
-    if (type == Attribute::WordType && ParseWholeNumber(value, UINT16_MAX, number))
+    if (type == Attribute::WordType && IsNumber(text, UINT16_MAX, number))
         return Attribute(static_cast<unsigned short>(number));
-    if (type == Attribute::DWordType && ParseWholeNumber(value, UINT32_MAX, number))
+    if (type == Attribute::DWordType && IsNumber(text, UINT32_MAX, number))
         return Attribute(static_cast<unsigned int>(number));
-    if (type == Attribute::QWordType && ParseWholeNumber(value, UINT64_MAX, number))
+    if (type == Attribute::QWordType && IsNumber(text, UINT64_MAX, number))
         return Attribute(static_cast<unsigned long long>(number));
     return Attribute(text);
 }
 
 StringList ReadField(const Tag& tag, const String& field) {
-    StringList values;
-    if (const DescriptionField* description = DescriptionFieldOf(field)) {
-        const String text = (tag.*description->Get)();
-        if (!text.isEmpty())
-            values.append(text);
-    }
-    AppendMissing(values, TextsOf(Attributes(tag, field)));
+    const StringList texts = TextsOf(Attributes(tag, field));
+    const DescriptionField* description = DescriptionFieldOf(field);
+    const String text = description ? (tag.*description->Get)() : String();
+    if (text.isEmpty())
+        return texts;
+    StringList values(text);
+    AppendMissing(values, texts);
     return values;
 }
 

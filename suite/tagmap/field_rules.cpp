@@ -2,6 +2,27 @@
 
 namespace tagmap {
 
+namespace {
+
+constexpr bool IsHighSurrogate(wchar_t unit) {
+    return unit >= 0xD800 && unit <= 0xDBFF;
+}
+constexpr bool IsLowSurrogate(wchar_t unit) {
+    return unit >= 0xDC00 && unit <= 0xDFFF;
+}
+
+bool HasHalfSurrogatePair(const NString& text) {
+    for (int position = 1; position <= text.CharCount(); ++position) {
+        if (IsHighSurrogate(text.At(position)) && IsLowSurrogate(text.At(position + 1)))
+            ++position;
+        else if (IsHighSurrogate(text.At(position)) || IsLowSurrogate(text.At(position)))
+            return true;
+    }
+    return false;
+}
+
+} // namespace
+
 bool SameName(const TagLib::String& a, const TagLib::String& b) {
     return a.size() == b.size() && a.upper() == b.upper();
 }
@@ -17,7 +38,9 @@ bool AsksRemoval(const clTagElement& element) {
 bool IsNoText(const clTagElement& element) {
     if (element.Name.IsEmpty() || BeginsWithName(ToTagLib(element.Name), RiffPrefix))
         return true;
-    return element.Value.IsEmpty() && element.Data.Size > 0;
+    if (HasHalfSurrogatePair(element.Name) || HasHalfSurrogatePair(element.Value))
+        return true;
+    return !AsksRemoval(element) && SplitValues(element.Value).isEmpty();
 }
 
 void AddValues(clTagRecord& record, const NString& name, const TagLib::StringList& values) {

@@ -16,8 +16,9 @@ bool BeginsWithName(const TagLib::String& text, const TagLib::String& beginning)
 
 // Nothing in it: the field is to go.
 bool AsksRemoval(const clTagElement& element);
-// An element that a format of texts can't hold: bytes and no text, an entry of
-// a RIFF container, or no name.
+// An element that a format of texts can't hold: bytes and no text, carriage
+// returns alone, half of a surrogate pair (the library writes nothing for such
+// a text), an entry of a RIFF container, or no name.
 bool IsNoText(const clTagElement& element);
 
 // Appends an element with the values, unless there are none.

@@ -197,7 +197,7 @@ std::optional<Item> MakeText(const StringList& values) {
 
 std::optional<Item> MakePair(const NString& value) {
     clNumberPair pair;
-    if (!ParseNumberPair(value, ShortMost, pair))
+    if (!ParseNumberPair(value, ShortMost, pair) || FormatNumberPair(pair).IsEmpty())
         return std::nullopt;
     return Item(pair.Number, pair.Total);
 }

@@ -18,7 +18,7 @@
 //   found whatever the case of its letters. An atom of another owner has its
 //   whole name, `----:owner:name`, as the element's.
 // - Track, disc and tempo are numbers: any other text is refused. "3/0" and
-//   "03" are held as 3.
+//   "03" are held as 3; a track or disc 0 is none, and refused.
 // - A cover has neither type nor description: it reads as a number alone.
 // - iTunSMPB says where the decoded audio begins and ends: it is neither read
 //   nor changed.

@@ -75,19 +75,13 @@ bool RatingFromScaled(const NString& text, double halfStepsPerUnit, int& halfSte
 } // namespace
 
 bool ParseRating(const NString& text, int& halfSteps) {
-    constexpr int MostDigits = 2;
-    if (text.IsEmpty() || text.CharCount() > MostDigits)
-        return false;
-    int value = 0;
-    for (int position = 1; position <= text.CharCount(); ++position) {
-        if (!IsDigit(text.At(position)))
-            return false;
-        value = value * 10 + (text.At(position) - L'0');
+    for (int candidate = 0; candidate <= RatingMost; ++candidate) {
+        if (text == RatingText(candidate)) {
+            halfSteps = candidate;
+            return true;
+        }
     }
-    if (value > RatingMost)
-        return false;
-    halfSteps = value;
-    return true;
+    return false;
 }
 
 NString RatingText(int halfSteps) {

@@ -10,7 +10,7 @@ namespace tagmap {
 inline constexpr int RatingMost = 10;
 
 // The element's text as half steps. False, with `halfSteps` untouched, unless
-// the text is a whole number from 0 to RatingMost.
+// the text is one that RatingText gives.
 bool ParseRating(const NString& text, int& halfSteps);
 NString RatingText(int halfSteps);
 

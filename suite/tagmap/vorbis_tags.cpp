@@ -103,7 +103,8 @@ StringList ReadPair(const XiphComment& comment, const PairFields& pair) {
 
 void WritePair(XiphComment& comment, const PairFields& pair, const StringList& values) {
     const int slash = values.size() == 1 ? values.front().find("/") : -1;
-    if (slash < 0) {
+    const bool hasTotal = slash >= 0 && slash + 1 < static_cast<int>(values.front().size());
+    if (!hasTotal) {
         PutField(comment, pair.Number, values);
         return;
     }

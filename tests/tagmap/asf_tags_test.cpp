@@ -204,6 +204,12 @@ TEST(AsfTags, SeveralValuesAreJoinedWhereTheFieldIsASingleText) {
     EXPECT_EQ(Read(tag, L"artist"), L"A; B");
 }
 
+TEST(AsfTags, TwoEqualValuesStayTwo) {
+    Tag tag;
+    Set(tag, L"genre", L"Rock\rRock");
+    EXPECT_EQ(Read(tag, L"genre"), L"Rock\rRock");
+}
+
 TEST(AsfTags, FurtherAuthorsInAttributesAreReadAndReplaced) {
     Tag tag;
     tag.setArtist("A");
@@ -266,10 +272,12 @@ TEST(AsfTags, NumbersAndFlagsAreReadAsTextAndStayNumbers) {
 
 TEST(AsfTags, ANumberBecomesATextWhenTheNewValueIsNone) {
     Tag tag;
-    tag.setAttribute("WM/TrackNumber", Attribute(7u));
-    Set(tag, L"track", L"7/9");
-    EXPECT_EQ(tag.attributeListMap()["WM/TrackNumber"].front().type(), Attribute::UnicodeType);
-    EXPECT_EQ(Read(tag, L"track"), L"7/9");
+    for (const wchar_t* value : {L"7/9", L"07", L"4294967296", L"abc"}) {
+        tag.setAttribute("WM/TrackNumber", Attribute(7u));
+        Set(tag, L"track", value);
+        EXPECT_EQ(tag.attributeListMap()["WM/TrackNumber"].front().type(), Attribute::UnicodeType);
+        EXPECT_EQ(Read(tag, L"track"), value);
+    }
 }
 
 TEST(AsfTags, NamesThatTheLibraryKnowsStandInItsAttributes) {

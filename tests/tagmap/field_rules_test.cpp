@@ -37,6 +37,20 @@ TEST(FieldRules, BytesAloneRiffEntriesAndNamelessElementsAreNoTexts) {
     EXPECT_FALSE(IsNoText(*record[4]));
 }
 
+TEST(FieldRules, HalfASurrogatePairAndCarriageReturnsAloneAreNoTexts) {
+    clTagRecord record;
+    record.Add(L"title", L"a\xD83C");
+    record.Add(L"title", L"\xDFB5\xD83C");
+    record.Add(L"name \xDFB5", L"a");
+    record.Add(L"title", L"\r\r");
+    record.Add(L"title", L"\U0001F3B5");
+    EXPECT_TRUE(IsNoText(*record[0]));
+    EXPECT_TRUE(IsNoText(*record[1]));
+    EXPECT_TRUE(IsNoText(*record[2]));
+    EXPECT_TRUE(IsNoText(*record[3]));
+    EXPECT_FALSE(IsNoText(*record[4]));
+}
+
 TEST(FieldRules, ValuesAreAddedWithACarriageReturnBetweenThem) {
     clTagRecord record;
     TagLib::StringList values(TagLib::String("a"));

@@ -218,6 +218,8 @@ TEST(Mp4Tags, ANumberIsNeverMadeOfATextThatIsNone) {
         EXPECT_EQ(Set(tag, L"tempo", value), L"tempo") << value;
         EXPECT_EQ(Set(tag, L"track", value), L"track") << value;
     }
+    for (const wchar_t* value : {L"0", L"0/0", L"/"})
+        EXPECT_EQ(Set(tag, L"track", value), L"track") << value;
     EXPECT_EQ(tag.item("tmpo").toInt(), 120);
     EXPECT_EQ(tag.item("trkn").toIntPair().first, 3);
 }

@@ -117,10 +117,9 @@ TEST(Rating, ATextThatIsNoNumberIsNoRating) {
 TEST(Rating, AnElementHoldsWholeHalfStepsUpToTen) {
     EXPECT_EQ(Parsed(L"0"), 0);
     EXPECT_EQ(Parsed(L"10"), 10);
-    EXPECT_EQ(Parsed(L"07"), 7);
     EXPECT_EQ(Parsed(L"11"), -1);
     EXPECT_EQ(Parsed(L"3.5"), -1);
-    EXPECT_EQ(Parsed(L"007"), -1);
+    EXPECT_EQ(Parsed(L"07"), -1);
     EXPECT_EQ(Parsed(L"4294967296"), -1);
 }
 

@@ -170,6 +170,14 @@ TEST(VorbisTags, ATotalWithoutANumberComesBack) {
     EXPECT_EQ(Read(comment, L"track"), L"/9");
 }
 
+TEST(VorbisTags, ANumberOfAnyFormComesBackAsItWas) {
+    for (const wchar_t* value : {L"03/12", L"3/", L"/", L"A1", L"1/2/3", L"1\r2"}) {
+        XiphComment comment;
+        EXPECT_EQ(Set(comment, L"track", value), L"");
+        EXPECT_EQ(Read(comment, L"track"), value);
+    }
+}
+
 TEST(VorbisTags, DescriptionReadsAsCommentAndPublisherAsLabel) {
     XiphComment comment;
     comment.addField("DESCRIPTION", "words");
