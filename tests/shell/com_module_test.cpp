@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <latch>
 #include <thread>
 #include <vector>
 
@@ -42,11 +43,15 @@ TEST(ComModule, CountsItsLocks) {
 }
 
 TEST(ComModule, LosesNoLockWhenSeveralApartmentsTakeThemAtOnce) {
+    constexpr int Apartments = 4;
+    constexpr int Turns = 500000;
     ComModule module;
+    std::latch start(Apartments);
     std::vector<std::thread> apartments;
-    for (int apartment = 0; apartment < 4; ++apartment)
+    for (int apartment = 0; apartment < Apartments; ++apartment)
         apartments.emplace_back([&] {
-            for (int turn = 0; turn < 20000; ++turn) {
+            start.arrive_and_wait();
+            for (int turn = 0; turn < Turns; ++turn) {
                 module.Lock();
                 module.Lock();
                 module.Unlock();
@@ -55,5 +60,5 @@ TEST(ComModule, LosesNoLockWhenSeveralApartmentsTakeThemAtOnce) {
     for (std::thread& apartment : apartments)
         apartment.join();
 
-    EXPECT_EQ(module.LockCount(), 4 * 20000);
+    EXPECT_EQ(module.LockCount(), Apartments * Turns);
 }

@@ -81,7 +81,12 @@ TEST_F(BuiltModule, HoldsNoTimeOfItsBuild) {
 }
 
 TEST_F(BuiltModule, HasTheRegistrarScriptAndTheTypeLibraryUnderTheirIds) {
-    EXPECT_NE(Resource(L"REGISTRY", 101).find("TNWShell.tNWIShell.1"), std::string_view::npos);
+    std::string_view script = Resource(L"REGISTRY", 101);
+    for (const char* line :
+         {"NoRemove CLSID\n", "ForceRemove {7A1E4C10-93D2-4F6B-8C21-5E0B7D3FA911} = s",
+          "ForceRemove Programmable\n", "InprocServer32 = s '%MODULE%'\n"}) {
+        EXPECT_NE(script.find(line), std::string_view::npos) << line;
+    }
     EXPECT_TRUE(Resource(L"TYPELIB", 1).starts_with("MSFT"));
 }
 

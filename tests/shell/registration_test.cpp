@@ -138,10 +138,20 @@ TEST_F(Registration, LeavesWhatOthersPutBesideItsKeys) {
     EXPECT_FALSE(root.HasKey(L"TNWShell.tNWIShell\\CLSID"));
 }
 
+TEST_F(Registration, UnregisteringRemovesTheClassWithWhatOthersPutBelowIt) {
+    LoadedModule module;
+    ASSERT_EQ(module.RegisterServer(), S_OK);
+    root.Write(ClassKey, L"Later", L"goes with the key");
+    root.Write(ClassKey + L"\\Programmable\\Later", nullptr, L"goes with the key");
+
+    EXPECT_EQ(module.UnregisterServer(), S_OK);
+    EXPECT_FALSE(root.HasKey(ClassKey));
+    EXPECT_TRUE(root.HasKey(L"CLSID"));
+}
+
 TEST_F(Registration, UnregisteringRemovesTheClassAndLeavesTheKeyOfAllClasses) {
     LoadedModule module;
     ASSERT_EQ(module.RegisterServer(), S_OK);
-    root.Write(ClassKey + L"\\Later", nullptr, L"goes with the key");
 
     EXPECT_EQ(module.UnregisterServer(), S_OK);
 
