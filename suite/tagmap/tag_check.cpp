@@ -81,6 +81,12 @@ std::vector<const clTagElement*> PicturesOf(clTagRecord& record) {
     return pictures;
 }
 
+// A picture that was set without a description is a front cover, and shown as
+// one from then on.
+NString ShownDescription(const NString& asked) {
+    return DescriptionOf(PictureTypeOf(asked), NativeDescriptionOf(asked));
+}
+
 bool IsThisPicture(const clTagElement& found, const clTagElement& wanted, bool sameNumber,
                    bool sameDescription) {
     int foundNumber = 0;
@@ -90,7 +96,8 @@ bool IsThisPicture(const clTagElement& found, const clTagElement& wanted, bool s
     return ParseArtName(found.Name, foundNumber, foundDescription) &&
            ParseArtName(wanted.Name, wantedNumber, wantedDescription) &&
            (!sameNumber || foundNumber == wantedNumber) &&
-           (!sameDescription || foundDescription.Compare(wantedDescription, 0, true) == 0) &&
+           (!sameDescription ||
+            foundDescription.Compare(ShownDescription(wantedDescription), 0, true) == 0) &&
            found.Data.Equals(wanted.Data);
 }
 
