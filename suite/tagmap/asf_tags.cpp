@@ -9,6 +9,7 @@
 #include <asfpicture.h>
 #include <tpropertymap.h>
 
+#include <algorithm>
 #include <vector>
 
 namespace tagmap {
@@ -361,6 +362,49 @@ void RemoveAll(Tag& tag) {
         PutAttributes(tag, field, AttributeList());
 }
 
+// The parts of an ASF file's header: a GUID, the size of the whole object, and
+// its content.
+constexpr unsigned GuidSize = 16;
+constexpr unsigned ObjectHeaderSize = GuidSize + sizeof(uint64_t);
+constexpr unsigned FileHeaderSize = 30; // what stands in front of the first object
+const TagLib::ByteVector
+    ExtendedDescriptionGuid("\x40\xA4\xD0\xD2\x07\xE3\xD2\x11\x97\xF0\x00\xA0\xC9\x5E\xA8\x50",
+                            GuidSize);
+const TagLib::ByteVector
+    HeaderExtensionGuid("\xB5\x03\xBF\x5F\x2E\xA9\xCF\x11\x8E\xE3\x00\xC0\x0C\x20\x53\x65",
+                        GuidSize);
+
+// Whether the header extension, with the metadata library in it, precedes the
+// extended content description. The library appends those that are missing, in
+// the order description, extension.
+bool LibraryComesFirst(TagLib::ASF::File& file) {
+    file.seek(GuidSize);
+    const long long end =
+        std::min<long long>(file.readBlock(sizeof(uint64_t)).toLongLong(false), file.length());
+    long long position = FileHeaderSize;
+    while (position + ObjectHeaderSize <= end) {
+        file.seek(static_cast<long>(position));
+        const TagLib::ByteVector header = file.readBlock(ObjectHeaderSize);
+        const TagLib::ByteVector guid = header.mid(0, GuidSize);
+        const long long size = header.mid(GuidSize).toLongLong(false);
+        if (guid == ExtendedDescriptionGuid)
+            return false;
+        if (guid == HeaderExtensionGuid)
+            return true;
+        if (size < ObjectHeaderSize || size > end - position)
+            return false;
+        position += size;
+    }
+    return false;
+}
+
+// The extended content description takes the first such value of a name.
+bool FitsDescription(const Attribute& attribute) {
+    constexpr int DescriptionMost = 65535;
+    return attribute.type() != Attribute::GuidType && attribute.dataSize() <= DescriptionMost &&
+           attribute.language() == 0 && attribute.stream() == 0;
+}
+
 } // namespace
 
 void ReadAsf(const Tag& tag, clTagRecord& record) {
@@ -403,6 +447,18 @@ void DeleteAsf(Tag& tag, const NStringList& names) {
         return;
     EditPictures(tag,
                  [&](std::vector<Attribute>& pictures) { RemoveArtNumbers(pictures, numbers); });
+}
+
+void ArrangeAsfForSave(TagLib::ASF::File& file) {
+    if (!LibraryComesFirst(file))
+        return;
+    for (auto& [field, attributes] : file.tag()->attributeListMap()) {
+        if (attributes.size() < 2 || !FitsDescription(attributes.back()))
+            continue;
+        const Attribute last = attributes.back();
+        attributes.erase(--attributes.end());
+        attributes.prepend(last);
+    }
 }
 
 } // namespace tagmap
