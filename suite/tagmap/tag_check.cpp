@@ -151,6 +151,13 @@ bool PicturesAreLeft(clTagRecord& before, clTagRecord& after, const NStringList&
         [](const clTagElement* a, const clTagElement* b) { return a->Data.Equals(b->Data); });
 }
 
+// There the library counts the frames around the tag's pages as audio: a large
+// picture changes the rate of a short file.
+bool IsOgg(Format kind) {
+    return kind == Format::OggVorbis || kind == Format::OggOpus || kind == Format::OggSpeex ||
+           kind == Format::OggFlac;
+}
+
 bool WithinOnePercent(int a, int b) {
     return std::abs(a - b) <= std::max(a, b) / 100 + 1;
 }
@@ -196,7 +203,7 @@ bool SoundsAlike(const wchar_t* first, const wchar_t* second) {
     const TagLib::AudioProperties& b = other.Audio();
     return a.lengthInMilliseconds() == b.lengthInMilliseconds() &&
            a.sampleRate() == b.sampleRate() && a.channels() == b.channels() &&
-           WithinOnePercent(a.bitrate(), b.bitrate());
+           (IsOgg(one.Kind()) || WithinOnePercent(a.bitrate(), b.bitrate()));
 }
 
 } // namespace tagmap

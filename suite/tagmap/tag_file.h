@@ -62,7 +62,7 @@ bool LacksAll(const wchar_t* path, const NStringList& names);
 bool WasDeleted(const wchar_t* before, const wchar_t* after, const NStringList& names);
 
 // True if both files are of one format and agree in length, sample rate,
-// channels and average bit rate.
+// channels and, but for Ogg, average bit rate.
 bool SoundsAlike(const wchar_t* first, const wchar_t* second);
 
 } // namespace tagmap
