@@ -74,7 +74,7 @@ constexpr Mark Marks[] = {
     {0, "MAC "sv, Format::MonkeysAudio},
     {0, "MPCK"sv, Format::Musepack},
     {0, "MP+"sv, Format::Musepack},
-    {0, "wvPk"sv, Format::WavPack},
+    {0, "wvpk"sv, Format::WavPack},
     {0, "TTA1"sv, Format::TrueAudio},
     {0, "IMPM"sv, Format::ImpulseTracker},
     {0, "Extended Module: "sv, Format::FastTracker},
