@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <random>
 #include <string>
 
 namespace {
@@ -147,20 +148,52 @@ TEST_P(EachFormat, TheWholeTagIsDeleted) {
     EXPECT_EQ(after.Find(L"_albumart_1"), nullptr);
 }
 
-INSTANTIATE_TEST_SUITE_P(TagProgram, EachFormat,
-                         testing::Values("sample.mp3", "sample-id3v22.mp3", "sample-id3v24.mp3",
-                                         "sample-ape.mp3", "sample.flac", "sample.oga",
-                                         "sample.ogg", "sample.opus", "sample.spx", "sample.m4a",
-                                         "sample-alac.m4a", "sample.wma", "sample.wav",
-                                         "sample-id3.wav", "sample.aiff", "sample.ape", "sample.wv",
-                                         "sample.mpc", "sample.tta", "sample.dsf"),
-                         [](const auto& format) {
-                             std::string name = format.param;
-                             std::replace_if(
-                                 name.begin(), name.end(),
-                                 [](char c) { return c == '.' || c == '-'; }, '_');
-                             return name;
-                         });
+TEST_P(EachFormat, ADamagedFileIsAnsweredAndLosesNothing) {
+    Bytes whole = Sample(GetParam());
+    std::vector<Bytes> damaged;
+    for (size_t part : {1, 3, 30})
+        damaged.emplace_back(whole.begin(),
+                             whole.end() - static_cast<int>(whole.size() / 31 * part));
+    for (unsigned seed : {1u, 2u, 3u}) {
+        std::mt19937 random(seed);
+        damaged.push_back(whole);
+        // Most of what a tag library reads stands in front.
+        for (int change = 0; change < 20; ++change)
+            damaged.back()[random() % 400] = static_cast<uint8_t>(random());
+    }
+    TestFolder folder;
+    std::string name = GetParam();
+    std::wstring path = folder.File(std::wstring(name.begin(), name.end()));
+    TagProgram program;
+    clTagRecord changes;
+    changes.Add(L"title", NewTitle);
+    for (const Bytes& content : damaged) {
+        WriteWhole(path, content);
+        ProgramRun run = program.Set(path, changes);
+        EXPECT_EQ(run.Error.find("internal error"), std::string::npos) << run.Error;
+        EXPECT_LE(run.ExitCode, 1u);
+        if (run.ExitCode == 0) {
+            EXPECT_EQ(ValueIn(path, L"title"), NewTitle);
+        } else {
+            EXPECT_TRUE(IsOneLine(run.Error)) << run.Error;
+            EXPECT_TRUE(ReadWhole(path) == content);
+        }
+        EXPECT_EQ(folder.Names().size(), 1u);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    TagProgram, EachFormat,
+    testing::Values("sample.mp3", "sample-id3v22.mp3", "sample-id3v24.mp3", "sample-ape.mp3",
+                    "sample.flac", "sample.oga", "sample.ogg", "sample.opus", "sample.spx",
+                    "sample.m4a", "sample-alac.m4a", "sample.wma", "sample.wav", "sample-id3.wav",
+                    "sample.aiff", "sample.ape", "sample.wv", "sample.mpc", "sample.tta"),
+    [](const auto& format) {
+        std::string name = format.param;
+        std::replace_if(
+            name.begin(), name.end(), [](char c) { return c == '.' || c == '-'; }, '_');
+        return name;
+    });
 
 TEST(TagProgram, AFileWithALyingExtensionIsTakenForWhatItIs) {
     for (const char* name : {"odd/flac-named.mp3", "odd/mp3-named.flac"}) {
@@ -220,6 +253,29 @@ TEST(TagProgram, AFileThatItsLibraryWouldDamageIsReadAndIsNotWritten) {
     changes.Add(L"title", NewTitle);
     ExpectFailure(program.Set(sample.path, changes));
     ExpectFailure(program.Delete(sample.path, {}));
+    sample.ExpectUntouched();
+}
+
+TEST(TagProgram, WhatAFormatCannotHoldIsNamedAndTheRestIsWritten) {
+    SampleCopy sample("sample.m4a");
+    TagProgram program;
+    clTagRecord changes;
+    changes.Add(L"tempo", L"rather fast"); // a number in this format
+    changes.Add(L"title", NewTitle);
+    ProgramRun run = program.Set(sample.path, changes);
+    EXPECT_EQ(run.ExitCode, 0u);
+    EXPECT_EQ(run.Error, "QueryTrackData: the file's format cannot hold: \"tempo\"\r\n");
+    EXPECT_EQ(ValueIn(sample.path, L"title"), NewTitle);
+    EXPECT_EQ(ValueIn(sample.path, L"tempo"), L"");
+}
+
+TEST(TagProgram, AFileOfWhichNothingCanBeChangedAsAskedIsLeftAlone) {
+    SampleCopy sample("sample.m4a");
+    clTagRecord changes;
+    changes.Add(L"tempo", L"rather fast");
+    ProgramRun run = TagProgram().Set(sample.path, changes);
+    EXPECT_EQ(run.ExitCode, 0u);
+    EXPECT_EQ(run.Error, "QueryTrackData: the file's format cannot hold: \"tempo\"\r\n");
     sample.ExpectUntouched();
 }
 
