@@ -28,10 +28,12 @@ shellhost() {
     "$root/tools/wine" "$suite/shellhost.exe" --module "$(windows_path "$suite/tNWShell.DLL")" "$@" </dev/null
 }
 
-# shellhost_prints NAME VALUE FILE: the line of that element.
+# expect_element NAME VALUE FILE: the element's line is shown.
 expect_element() {
-    shellhost tags "$3" | grep -qxF "  $1: $2" || {
-        shellhost tags "$3"
+    local shown
+    shown=$(shellhost tags "$3")
+    grep -qxF "  $1: $2" <<<"$shown" || {
+        echo "$shown"
         fail "no line \"$1: $2\""
     }
 }
@@ -41,8 +43,10 @@ foreign() { python3 "$here/foreign_reader.py" "$@"; }
 # expect_foreign NAME TEXT FILE: another program finds the text, as a value or
 # as a part of one.
 expect_foreign() {
-    foreign tag "$3" "$1" | grep -qF -- "$2" || {
-        foreign tag "$3" "$1"
+    local found
+    found=$(foreign tag "$3" "$1")
+    [[ $found == *"$2"* ]] || {
+        echo "$found"
         fail "no other program finds \"$2\" as $1"
     }
 }
