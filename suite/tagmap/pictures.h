@@ -18,7 +18,6 @@ namespace tagmap {
 inline constexpr wchar_t ArtPrefix[] = L"_albumart_";
 inline constexpr int PictureTypeOther = 0;
 inline constexpr int PictureTypeFrontCover = 3;
-inline constexpr int PictureTypeMost = 20;
 
 // The type for a description: one of the twelve that the tag editor offers
 // (without regard to ASCII case, since it is part of a name) has its own; none
