@@ -45,17 +45,27 @@ set(shell_windows
 
 # The programs and libraries of suite/.
 set(tagmap_windows
+    suite/tagmap/ape_pictures.cpp
+    suite/tagmap/ape_tags.cpp
     suite/tagmap/asf_tags.cpp
     suite/tagmap/audio_file.cpp
     suite/tagmap/field_rules.cpp
     suite/tagmap/file_stream.cpp
     suite/tagmap/flac_pictures.cpp
     suite/tagmap/format_tags.cpp
+    suite/tagmap/id3v1_tags.cpp
+    suite/tagmap/id3v2_frames.cpp
+    suite/tagmap/id3v2_names.cpp
+    suite/tagmap/id3v2_people.cpp
+    suite/tagmap/id3v2_pictures.cpp
+    suite/tagmap/id3v2_save.cpp
+    suite/tagmap/id3v2_tags.cpp
     suite/tagmap/mapping_table.cpp
     suite/tagmap/mp4_tags.cpp
     suite/tagmap/mpeg_frames.cpp
     suite/tagmap/pictures.cpp
     suite/tagmap/rating.cpp
+    suite/tagmap/riff_info_tags.cpp
     suite/tagmap/tag_check.cpp
     suite/tagmap/tag_file.cpp
     suite/tagmap/tag_values.cpp
@@ -149,12 +159,16 @@ set(shell_registration_tests_windows
     tests/shell/installed_module_test.cpp
     tests/shell/loaded_module.cpp)
 set(tagmap_tests_windows
+    tests/querytrackdata/test_files.cpp
     tests/tagmap/asf_tags_test.cpp
+    tests/tagmap/audio_file_test.cpp
     tests/tagmap/field_rules_test.cpp
+    tests/tagmap/file_stream_test.cpp
     tests/tagmap/flac_pictures_test.cpp
     tests/tagmap/mp4_tags_test.cpp
     tests/tagmap/pictures_test.cpp
     tests/tagmap/rating_test.cpp
+    tests/tagmap/tag_file_test.cpp
     tests/tagmap/vorbis_tags_test.cpp)
 set(querytrackdata_tests_windows
     tests/faults/kill_test.cpp

@@ -39,8 +39,8 @@ private:
 
     std::mt19937 twister_;
     std::unique_ptr<NFile> file_;
-    NBuffer window_;           // the bytes of the file in hand
-    uint32_t windowUsed_ = 0;  // bytes of them that are drawn
+    NBuffer window_;          // the bytes of the file in hand
+    uint32_t windowUsed_ = 0; // bytes of them that are drawn
 };
 
 // The one instance of the process.

@@ -62,30 +62,30 @@ long BehindId3v2(FileStream& stream) {
 }
 
 struct Mark {
-    unsigned Offset;
     std::string_view Bytes;
+    unsigned Offset;
     Format Kind;
 };
 
 constexpr Mark Marks[] = {
-    {0, "fLaC"sv, Format::Flac},
-    {4, "ftyp"sv, Format::Mp4},
-    {0, "\x30\x26\xB2\x75\x8E\x66\xCF\x11\xA6\xD9\x00\xAA\x00\x62\xCE\x6C"sv, Format::Asf},
-    {0, "MAC "sv, Format::MonkeysAudio},
-    {0, "MPCK"sv, Format::Musepack},
-    {0, "MP+"sv, Format::Musepack},
-    {0, "wvpk"sv, Format::WavPack},
-    {0, "TTA1"sv, Format::TrueAudio},
-    {0, "IMPM"sv, Format::ImpulseTracker},
-    {0, "Extended Module: "sv, Format::FastTracker},
-    {44, "SCRM"sv, Format::ScreamTracker},
-    {1080, "M.K."sv, Format::Module},
-    {1080, "M!K!"sv, Format::Module},
-    {1080, "4CHN"sv, Format::Module},
-    {1080, "6CHN"sv, Format::Module},
-    {1080, "8CHN"sv, Format::Module},
-    {1080, "FLT4"sv, Format::Module},
-    {1080, "FLT8"sv, Format::Module},
+    {"fLaC"sv, 0, Format::Flac},
+    {"ftyp"sv, 4, Format::Mp4},
+    {"\x30\x26\xB2\x75\x8E\x66\xCF\x11\xA6\xD9\x00\xAA\x00\x62\xCE\x6C"sv, 0, Format::Asf},
+    {"MAC "sv, 0, Format::MonkeysAudio},
+    {"MPCK"sv, 0, Format::Musepack},
+    {"MP+"sv, 0, Format::Musepack},
+    {"wvpk"sv, 0, Format::WavPack},
+    {"TTA1"sv, 0, Format::TrueAudio},
+    {"IMPM"sv, 0, Format::ImpulseTracker},
+    {"Extended Module: "sv, 0, Format::FastTracker},
+    {"SCRM"sv, 44, Format::ScreamTracker},
+    {"M.K."sv, 1080, Format::Module},
+    {"M!K!"sv, 1080, Format::Module},
+    {"4CHN"sv, 1080, Format::Module},
+    {"6CHN"sv, 1080, Format::Module},
+    {"8CHN"sv, 1080, Format::Module},
+    {"FLT4"sv, 1080, Format::Module},
+    {"FLT8"sv, 1080, Format::Module},
 };
 
 // What the first packet of an Ogg stream begins with (RFC 3533, section 6: a

@@ -1,5 +1,4 @@
 #include "codec/tag_exchange.h"
-
 #include "codec/tag_wire.h"
 #include "foundation/module_instance.h"
 #include "foundation/nfile.h"
@@ -87,7 +86,8 @@ protected:
     Bytes Request() { return Contents(folder_.File(L"request.bin")); }
     NString CommandLine() { return TextOf(Contents(folder_.File(L"command_line.txt"))); }
     bool WasRun() {
-        return GetFileAttributesW(folder_.File(L"command_line.txt").Text) != INVALID_FILE_ATTRIBUTES;
+        return GetFileAttributesW(folder_.File(L"command_line.txt").Text) !=
+               INVALID_FILE_ATTRIBUTES;
     }
 
     // The exchange file's path, out of the command line.

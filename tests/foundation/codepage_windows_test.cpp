@@ -1,5 +1,4 @@
 #include "foundation/codepage.h"
-
 #include "foundation/nstring.h"
 #include "foundation/windows_lean.h"
 #include "tests/support/nstring_printer.h"

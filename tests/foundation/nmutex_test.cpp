@@ -1,5 +1,4 @@
 #include "foundation/nmutex.h"
-
 #include "foundation/windows_lean.h"
 
 #include <gtest/gtest.h>

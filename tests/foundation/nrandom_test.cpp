@@ -1,6 +1,5 @@
-#include "foundation/nrandom.h"
-
 #include "foundation/nfile.h"
+#include "foundation/nrandom.h"
 #include "tests/support/temp_folder.h"
 
 #include <gtest/gtest.h>

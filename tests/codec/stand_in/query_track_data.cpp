@@ -54,8 +54,8 @@ std::wstring PathInQuotes(const std::wstring& commandLine) {
 
 UniqueKernelHandle EventNamedBy(const wchar_t* variable) {
     std::wstring name = Environment(variable);
-    return UniqueKernelHandle(
-        name.empty() ? nullptr : OpenEventW(EVENT_ALL_ACCESS, FALSE, name.c_str()));
+    return UniqueKernelHandle(name.empty() ? nullptr
+                                           : OpenEventW(EVENT_ALL_ACCESS, FALSE, name.c_str()));
 }
 } // namespace
 
