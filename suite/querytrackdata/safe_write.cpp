@@ -61,9 +61,10 @@ public:
 
     // Further streams and attributes come along with the content.
     bool Make(const NString& original) {
-        present_ = true; // a copy that fails half way may leave a part
         bool copied = CopyFileExW(original.c_str(), path_.c_str(), CopyProgress, nullptr, nullptr,
                                   COPY_FILE_FAIL_IF_EXISTS) != FALSE;
+        // A copy that fails half way may leave a part.
+        present_ = copied || GetLastError() != ERROR_FILE_EXISTS;
         AfterDiskChange();
         return copied;
     }
@@ -101,12 +102,13 @@ public:
         if (!FindRealFile() || !TakeLock())
             return false;
         WorkingCopy copy(WorkingCopyPath(realPath_));
-        // 2. Remove what a killed writer left.
-        if (!copy.RemoveLeftover())
-            return Fail(L"cannot remove an earlier copy of the audio file");
-        // 3. Hold the file, so that nobody changes it under the copy.
+        // 2. Hold the file, so that nobody changes it under the copy.
         if (!HoldOriginal())
             return false;
+        // 3. Remove what a killed writer left. It is no living writer's, on
+        // another machine, for that one would hold the file.
+        if (!copy.RemoveLeftover())
+            return Fail(L"cannot remove an earlier copy of the audio file");
         // 4. Leave alone what is right already.
         if (edit_.IsDone(realPath_.c_str()))
             return true;

@@ -349,7 +349,7 @@ TEST(TagProgram, OneOptionWithAnExchangeFileThatIsThereIsNeeded) {
         ExpectFailure(program.Run(arguments));
 }
 
-TEST(TagProgram, AnExchangeFileWithTheLongPrefixIsNoPatternOfNames) {
+TEST(TagProgram, AnExchangeFileMayBeNamedWithTheLongPrefix) {
     TestFolder folder;
     std::wstring exchange = folder.Write(L"x.tmp", BytesOf(SamplePath("sample.flac")));
     ExpectSuccess(TagProgram().Run(L"--GetAudioInf=\"\\\\?\\" + exchange + L"\""));

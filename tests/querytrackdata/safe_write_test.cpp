@@ -192,6 +192,15 @@ TEST(SafeWrite, ALeftoverCopyIsRemovedByAWriteThatChangesNothing) {
     EXPECT_EQ(folder.Names().size(), 1u);
 }
 
+TEST(SafeWrite, TheCopyOfAWriterThatHoldsTheFileIsNotTouched) {
+    TestFolder folder;
+    std::wstring path = folder.Write(L"song.mp3", Old);
+    WriteWhole(CopyOf(path), BytesOf("another machine's copy"));
+    UniqueFileHandle otherWriter = Open(path, GENERIC_READ, FILE_SHARE_READ);
+    EXPECT_FALSE(Write(path).Done);
+    EXPECT_EQ(ReadWhole(CopyOf(path)), BytesOf("another machine's copy"));
+}
+
 TEST(SafeWrite, WhereTheCopyCantBeMadeNothingHappens) {
     TestFolder folder;
     std::wstring path = folder.Write(L"song.mp3", Old);
