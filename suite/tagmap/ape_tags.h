@@ -9,10 +9,10 @@
 // APE tags, version 2, after the format's pages on the Hydrogenaudio wiki.
 //
 // - Pictures are the binary items "Cover Art (<type>)", one of each type: a
-//   file name or description, a zero byte, the bytes. They are numbered in the
-//   order of their keys, since the library keeps no other. What a picture is
-//   called is its type; the twelve that the tag editor offers are stored, and
-//   the text of any other description stands in front of the zero byte.
+//   file name or description, a zero byte, the bytes. They are numbered by
+//   type, the front cover mostly being the first, since the library does not
+//   keep the order of items. A description that is no type's is the text of a
+//   picture of type "Other"; a second picture of one type is refused.
 // - Keys have 2 to 255 characters of printable ASCII, and are matched without
 //   regard to case; other names are refused.
 // - Items of other binary data and of locations are neither read nor changed.

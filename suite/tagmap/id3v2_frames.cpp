@@ -1,0 +1,108 @@
+#include "suite/tagmap/id3v2_frames.h"
+
+#include "suite/tagmap/field_rules.h"
+#include "suite/tagmap/id3v2_tags.h"
+#include "suite/tagmap/tag_values.h"
+
+#include <textidentificationframe.h>
+
+namespace tagmap {
+
+namespace {
+
+using TagLib::ByteVector;
+using TagLib::String;
+using TagLib::StringList;
+using TagLib::ID3v2::Frame;
+using TagLib::ID3v2::Tag;
+using TextFrame = TagLib::ID3v2::TextIdentificationFrame;
+using UserText = TagLib::ID3v2::UserTextIdentificationFrame;
+
+std::vector<UserText*> UserTextFrames(const Tag& tag, const String& description) {
+    std::vector<UserText*> found;
+    for (UserText* frame : FramesAs<UserText>(tag, UserTextFrame))
+        if (SameName(frame->description(), description))
+            found.push_back(frame);
+    return found;
+}
+
+// Takes all frames but the first off the tag.
+template <typename Class>
+void KeepFirst(Tag& tag, const std::vector<Class*>& frames) {
+    for (size_t index = 1; index < frames.size(); ++index)
+        tag.removeFrame(frames[index]);
+}
+
+template <typename Class>
+void RemoveFrames(Tag& tag, const std::vector<Class*>& frames) {
+    for (Class* frame : frames)
+        tag.removeFrame(frame);
+}
+
+} // namespace
+
+Frames FramesOf(const Tag& tag) {
+    return Frames(tag.frameList().begin(), tag.frameList().end());
+}
+
+Frames FramesOf(const Tag& tag, const char* id) {
+    const TagLib::ID3v2::FrameList& list = tag.frameList(ByteVector(id));
+    return Frames(list.begin(), list.end());
+}
+
+String::Type TextEncodingOf(int version) {
+    return version == Id3v2OldVersion ? String::UTF16 : String::UTF8;
+}
+
+StringList FieldsFor(const StringList& values, int version) {
+    return version == Id3v2OldVersion ? StringList(JoinForSingleField(values)) : values;
+}
+
+StringList TextsOf(const Tag& tag, const char* id) {
+    StringList texts;
+    for (const TextFrame* frame : FramesAs<TextFrame>(tag, id))
+        texts.append(frame->fieldList());
+    return texts;
+}
+
+void PutTexts(Tag& tag, const char* id, const StringList& values, int version) {
+    const std::vector<TextFrame*> frames = FramesAs<TextFrame>(tag, id);
+    KeepFirst(tag, frames);
+    TextFrame* frame = frames.empty() ? new TextFrame(id, TextEncodingOf(version)) : frames[0];
+    if (frames.empty())
+        tag.addFrame(frame);
+    frame->setTextEncoding(TextEncodingOf(version));
+    frame->setText(FieldsFor(values, version));
+}
+
+void RemoveTexts(Tag& tag, const char* id) {
+    RemoveFrames(tag, FramesAs<TextFrame>(tag, id));
+}
+
+StringList UserTextsOf(const Tag& tag, const String& description) {
+    StringList texts;
+    for (const UserText* frame : UserTextFrames(tag, description)) {
+        StringList fields = frame->fieldList();
+        fields.erase(fields.begin()); // the description
+        texts.append(fields);
+    }
+    return texts;
+}
+
+void PutUserTexts(Tag& tag, const String& description, const StringList& values, int version) {
+    const std::vector<UserText*> frames = UserTextFrames(tag, description);
+    KeepFirst(tag, frames);
+    UserText* frame = frames.empty() ? new UserText(TextEncodingOf(version)) : frames[0];
+    if (frames.empty()) {
+        frame->setDescription(description);
+        tag.addFrame(frame);
+    }
+    frame->setTextEncoding(TextEncodingOf(version));
+    frame->setText(FieldsFor(values, version));
+}
+
+void RemoveUserTexts(Tag& tag, const String& description) {
+    RemoveFrames(tag, UserTextFrames(tag, description));
+}
+
+} // namespace tagmap

@@ -1,0 +1,86 @@
+#pragma once
+
+#include <id3v2frame.h>
+#include <id3v2tag.h>
+#include <tstringlist.h>
+
+#include <vector>
+
+// Work on single frames that the files of ID3v2 share. The frames belong to
+// their tag.
+namespace tagmap {
+
+inline constexpr char UserTextFrame[] = "TXXX";
+inline constexpr char CommentFrame[] = "COMM";
+inline constexpr char DateFrame[] = "TDRC";
+inline constexpr char OldYearFrame[] = "TYER";
+inline constexpr char GenreFrame[] = "TCON";
+inline constexpr char MoodFrame[] = "TMOO";
+
+// What the library lets only frames themselves use.
+class FrameAccess : public TagLib::ID3v2::Frame {
+public:
+    // Empty if the library has no name for the frame.
+    static TagLib::String KeyOf(const TagLib::ByteVector& id) { return frameIDToKey(id); }
+    // Empty if there is no such frame.
+    static TagLib::ByteVector IdOf(const TagLib::String& key) { return keyToFrameID(key); }
+    // The library's name for a TXXX frame, upper case; the description itself
+    // if it knows none.
+    static TagLib::String UserTextKey(const TagLib::String& description) {
+        return txxxToKey(description);
+    }
+
+    // The description of a TXXX frame for the library's name.
+    static TagLib::String UserTextDescription(const TagLib::String& key) { return keyToTXXX(key); }
+    // A frame of a link alone. WFED is one by its letter, and has a text.
+    static bool IsLink(const TagLib::ByteVector& id) { return id[0] == 'W' && id != "WFED"; }
+
+    // The format's wish that a program that doesn't know the frame drops it,
+    // and the library's mark for what it won't write.
+    static void Keep(Frame& frame) { HeaderOf(frame)->setTagAlterPreservation(false); }
+    // For a frame that is in no tag: tags find their frames by id.
+    static void Rename(Frame& frame, const TagLib::ByteVector& id) {
+        HeaderOf(frame)->setFrameID(id);
+    }
+    static void SetVersion(Frame& frame, unsigned version) { HeaderOf(frame)->setVersion(version); }
+
+private:
+    static Header* HeaderOf(const Frame& frame) { return (frame.*(&FrameAccess::header))(); }
+};
+
+// A copy of the list: what is done to the tag's own would move it.
+using Frames = std::vector<TagLib::ID3v2::Frame*>;
+Frames FramesOf(const TagLib::ID3v2::Tag& tag);
+Frames FramesOf(const TagLib::ID3v2::Tag& tag, const char* id);
+
+// The frames of one class; ones of the same id that the library could not read
+// are left out.
+template <typename Class>
+std::vector<Class*> FramesAs(const TagLib::ID3v2::Tag& tag, const char* id) {
+    std::vector<Class*> found;
+    for (TagLib::ID3v2::Frame* frame : FramesOf(tag, id))
+        if (auto* typed = dynamic_cast<Class*>(frame))
+            found.push_back(typed);
+    return found;
+}
+
+// The encoding of texts that are written: UTF-16 in ID3v2.3, UTF-8 in 2.4.
+TagLib::String::Type TextEncodingOf(int version);
+// The values as fields of one frame: ID3v2.3 has a single one.
+TagLib::StringList FieldsFor(const TagLib::StringList& values, int version);
+
+// The fields of all text frames of that id.
+TagLib::StringList TextsOf(const TagLib::ID3v2::Tag& tag, const char* id);
+// Makes them one frame with these values, in the place of the first.
+void PutTexts(TagLib::ID3v2::Tag& tag, const char* id, const TagLib::StringList& values,
+              int version);
+void RemoveTexts(TagLib::ID3v2::Tag& tag, const char* id);
+
+// The same for TXXX frames of one description, in any case; a frame that is
+// there keeps its spelling.
+TagLib::StringList UserTextsOf(const TagLib::ID3v2::Tag& tag, const TagLib::String& description);
+void PutUserTexts(TagLib::ID3v2::Tag& tag, const TagLib::String& description,
+                  const TagLib::StringList& values, int version);
+void RemoveUserTexts(TagLib::ID3v2::Tag& tag, const TagLib::String& description);
+
+} // namespace tagmap

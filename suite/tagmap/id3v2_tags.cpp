@@ -1,0 +1,397 @@
+#include "suite/tagmap/id3v2_tags.h"
+
+#include "suite/tagmap/field_rules.h"
+#include "suite/tagmap/id3v2_frames.h"
+#include "suite/tagmap/id3v2_names.h"
+#include "suite/tagmap/id3v2_pictures.h"
+#include "suite/tagmap/mapping_table.h"
+#include "suite/tagmap/pictures.h"
+#include "suite/tagmap/rating.h"
+
+#include <commentsframe.h>
+#include <id3v1genres.h>
+#include <popularimeterframe.h>
+#include <unknownframe.h>
+
+#include <algorithm>
+#include <memory>
+#include <string_view>
+
+namespace tagmap {
+
+namespace {
+
+using TagLib::ByteVector;
+using TagLib::String;
+using TagLib::StringList;
+using TagLib::ID3v2::CommentsFrame;
+using TagLib::ID3v2::PopularimeterFrame;
+using TagLib::ID3v2::Tag;
+using TagLib::ID3v2::UnknownFrame;
+
+constexpr wchar_t UserTextPrefix[] = L"TXXX:";
+constexpr char RatingFrame[] = "POPM";
+constexpr char PlayCounterFrame[] = "PCNT";
+constexpr char DiscIdFrame[] = "MCDI";
+constexpr char OldDateFrame[] = "TDAT";
+constexpr char OldTimeFrame[] = "TIME";
+
+// Which kind of frames a row of the table stands for.
+enum class RowKind { Text, UserText, Comment, Date, Genre, Mood, Rating };
+
+RowKind KindOf(const clMappingRow& row) {
+    const String native(row.Id3v2);
+    if (BeginsWithName(native, UserTextPrefix))
+        return RowKind::UserText;
+    struct KindOfFrame {
+        const char* Id;
+        RowKind Kind;
+    };
+    constexpr KindOfFrame Kinds[] = {{CommentFrame, RowKind::Comment},
+                                     {DateFrame, RowKind::Date},
+                                     {GenreFrame, RowKind::Genre},
+                                     {MoodFrame, RowKind::Mood},
+                                     {RatingFrame, RowKind::Rating}};
+    for (const KindOfFrame& kind : Kinds)
+        if (native == kind.Id)
+            return kind.Kind;
+    return RowKind::Text;
+}
+
+std::string FrameIdOf(const clMappingRow& row) {
+    return String(row.Id3v2).to8Bit();
+}
+
+String DescriptionOfRow(const clMappingRow& row) {
+    return String(row.Id3v2).substr(String(UserTextPrefix).size());
+}
+
+void RemoveFrames(Tag& tag, const char* id) {
+    tag.removeFrames(ByteVector(id));
+}
+
+// Comments.
+
+std::vector<CommentsFrame*> CommentsOf(const Tag& tag) {
+    std::vector<CommentsFrame*> comments = FramesAs<CommentsFrame>(tag, CommentFrame);
+    std::erase_if(comments,
+                  [](const CommentsFrame* frame) { return !frame->description().isEmpty(); });
+    return comments;
+}
+
+StringList ReadComments(const Tag& tag) {
+    StringList texts;
+    for (const CommentsFrame* frame : CommentsOf(tag))
+        texts.append(frame->text());
+    return texts;
+}
+
+// Comments in several languages get one value each if there are as many;
+// otherwise the first gets all of them. Languages stay.
+void WriteComments(Tag& tag, const StringList& values, int version) {
+    std::vector<CommentsFrame*> frames = CommentsOf(tag);
+    if (frames.empty()) {
+        frames.push_back(new CommentsFrame);
+        tag.addFrame(frames[0]);
+    }
+    const bool oneEach = frames.size() == values.size();
+    for (unsigned index = 0; index < frames.size(); ++index) {
+        if (index > 0 && !oneEach) {
+            tag.removeFrame(frames[index]);
+            continue;
+        }
+        frames[index]->setTextEncoding(TextEncodingOf(version));
+        frames[index]->setText(oneEach ? values[index] : JoinForSingleField(values));
+    }
+}
+
+void RemoveComments(Tag& tag) {
+    for (CommentsFrame* frame : CommentsOf(tag))
+        tag.removeFrame(frame);
+}
+
+// Genres.
+
+// The text for a number of the format's list, or for one of its two letters.
+String GenreName(const String& genre) {
+    constexpr int NumberMost = 255;
+    if (genre == "RX")
+        return "Remix";
+    if (genre == "CR")
+        return "Cover";
+    bool isNumber = false;
+    const int number = genre.toInt(&isNumber);
+    const String name =
+        isNumber && number >= 0 && number <= NumberMost ? TagLib::ID3v1::genre(number) : String();
+    return name.isEmpty() ? genre : name;
+}
+
+StringList ReadGenres(const Tag& tag) {
+    StringList genres;
+    for (const String& genre : TextsOf(tag, GenreFrame))
+        genres.append(GenreName(genre));
+    return genres;
+}
+
+// False for what would be read as another genre: numbers, and texts in
+// brackets, which stand for numbers.
+bool CanBeGenres(const StringList& values) {
+    for (const String& value : values) {
+        bool isNumber = false;
+        value.toInt(&isNumber);
+        const bool isBracketed = value.startsWith("(") && value.find(")") > 0;
+        if (isNumber || isBracketed || GenreName(value) != value)
+            return false;
+    }
+    return true;
+}
+
+// Ratings.
+
+// The frame that counts: the one of Windows, else the first that is rated.
+const PopularimeterFrame* RatingOf(const std::vector<PopularimeterFrame*>& frames) {
+    for (const PopularimeterFrame* frame : frames)
+        if (frame->email() == PopmEmail)
+            return frame;
+    for (const PopularimeterFrame* frame : frames)
+        if (frame->rating() != 0)
+            return frame;
+    return frames.empty() ? nullptr : frames[0];
+}
+
+StringList ReadRating(const Tag& tag, const clMappingRow& row) {
+    int halfSteps = 0;
+    const auto frames = FramesAs<PopularimeterFrame>(tag, RatingFrame);
+    if (const PopularimeterFrame* frame = RatingOf(frames))
+        return StringList(ToTagLib(RatingText(RatingFromPopm(frame->rating()))));
+    for (const String& text : UserTextsOf(tag, row.Element))
+        if (RatingFromPercent(ToNString(text), halfSteps))
+            return StringList(ToTagLib(RatingText(halfSteps)));
+    return StringList();
+}
+
+// Frames of other e-mails follow, so that all programs see one rating.
+void WriteRating(Tag& tag, int halfSteps) {
+    auto frames = FramesAs<PopularimeterFrame>(tag, RatingFrame);
+    if (frames.empty()) {
+        frames.push_back(new PopularimeterFrame);
+        frames[0]->setEmail(PopmEmail);
+        tag.addFrame(frames[0]);
+    }
+    for (PopularimeterFrame* frame : frames)
+        frame->setRating(PopmFromRating(halfSteps));
+}
+
+// A frame of plain bytes. Its size is set anew when it is rendered.
+UnknownFrame* MakeBytesFrame(const char* id, const ByteVector& bytes) {
+    const ByteVector flags(2, '\0');
+    return new UnknownFrame(ByteVector(id) + ByteVector::fromUInt(bytes.size()) + flags + bytes);
+}
+
+// A rating of 0 is a rating, so the frame has to go; its play counter goes on
+// in the frame that has nothing else, unless there is one.
+void RemoveRating(Tag& tag) {
+    unsigned counter = 0;
+    for (PopularimeterFrame* frame : FramesAs<PopularimeterFrame>(tag, RatingFrame)) {
+        counter = std::max(counter, frame->counter());
+        tag.removeFrame(frame);
+    }
+    if (counter > 0 && FramesOf(tag, PlayCounterFrame).empty())
+        tag.addFrame(MakeBytesFrame(PlayCounterFrame, ByteVector::fromUInt(counter)));
+}
+
+// Rows of the table.
+
+StringList ReadNative(const Tag& tag, const clMappingRow& row) {
+    switch (KindOf(row)) {
+    case RowKind::UserText:
+        return UserTextsOf(tag, DescriptionOfRow(row));
+    case RowKind::Comment:
+        return ReadComments(tag);
+    case RowKind::Genre:
+        return ReadGenres(tag);
+    case RowKind::Rating:
+        return ReadRating(tag, row);
+    case RowKind::Date: {
+        const StringList dates = TextsOf(tag, DateFrame);
+        return dates.isEmpty() ? TextsOf(tag, OldYearFrame) : dates;
+    }
+    case RowKind::Text:
+    case RowKind::Mood:
+        break;
+    }
+    return TextsOf(tag, FrameIdOf(row).c_str());
+}
+
+// A TXXX frame of the element's own name is what other taggers write ("UPC",
+// "MOOD", "ALBUM ARTIST"), and counts when the row's own frame is missing.
+StringList ReadRow(const Tag& tag, const clMappingRow& row) {
+    StringList values = ReadNative(tag, row);
+    if (values.isEmpty() && KindOf(row) != RowKind::Rating)
+        values = UserTextsOf(tag, row.Element);
+    return values;
+}
+
+void RemoveRow(Tag& tag, const clMappingRow& row) {
+    RemoveUserTexts(tag, row.Element);
+    switch (KindOf(row)) {
+    case RowKind::UserText:
+        RemoveUserTexts(tag, DescriptionOfRow(row));
+        return;
+    case RowKind::Comment:
+        RemoveComments(tag);
+        return;
+    case RowKind::Rating:
+        RemoveRating(tag);
+        return;
+    case RowKind::Date:
+        for (const char* id : {DateFrame, OldYearFrame, OldDateFrame, OldTimeFrame})
+            RemoveFrames(tag, id);
+        return;
+    case RowKind::Text:
+    case RowKind::Genre:
+    case RowKind::Mood:
+        RemoveTexts(tag, FrameIdOf(row).c_str());
+        return;
+    }
+}
+
+// The row's text has a frame other than a TXXX of the element's own name.
+bool HasFrameOfItsOwn(const clMappingRow& row, int version) {
+    if (KindOf(row) == RowKind::Mood)
+        return version != Id3v2OldVersion;
+    return KindOf(row) != RowKind::UserText ||
+           !SameName(DescriptionOfRow(row), String(row.Element));
+}
+
+void WriteTexts(Tag& tag, const clMappingRow& row, const StringList& values, int version) {
+    if (HasFrameOfItsOwn(row, version))
+        RemoveUserTexts(tag, row.Element);
+    switch (KindOf(row)) {
+    case RowKind::UserText:
+        PutUserTexts(tag, DescriptionOfRow(row), values, version);
+        return;
+    case RowKind::Comment:
+        WriteComments(tag, values, version);
+        return;
+    case RowKind::Mood:
+        if (version == Id3v2OldVersion) {
+            RemoveTexts(tag, MoodFrame);
+            PutUserTexts(tag, String(row.Element).upper(), values, version);
+            return;
+        }
+        break;
+    case RowKind::Date:
+        RemoveRow(tag, row);
+        break;
+    case RowKind::Text:
+    case RowKind::Genre:
+    case RowKind::Rating:
+        break;
+    }
+    PutTexts(tag, FrameIdOf(row).c_str(), values, version);
+}
+
+// False, with nothing changed, if the frame can't hold the value.
+bool WriteRow(Tag& tag, const clMappingRow& row, const NString& value, int version) {
+    const StringList values = SplitValues(value);
+    if (values.isEmpty()) {
+        RemoveRow(tag, row);
+        return true;
+    }
+    if (KindOf(row) == RowKind::Rating) {
+        int halfSteps = 0;
+        if (!ParseRating(value, halfSteps))
+            return false;
+        RemoveUserTexts(tag, row.Element);
+        WriteRating(tag, halfSteps);
+        return true;
+    }
+    if (KindOf(row) == RowKind::Genre && !CanBeGenres(values))
+        return false;
+    WriteTexts(tag, row, values, version);
+    return true;
+}
+
+// The table of contents of the CD, in the form that the drive gives it.
+
+void ReadDiscId(const Tag& tag, clTagRecord& record) {
+    for (const UnknownFrame* frame : FramesAs<UnknownFrame>(tag, DiscIdFrame)) {
+        const ByteVector bytes = frame->data();
+        record.AddData(CdTocName, bytes.data(), static_cast<int>(bytes.size()));
+        return;
+    }
+}
+
+bool WriteDiscId(Tag& tag, const clTagElement& element) {
+    if (element.Data.Size == 0 && !element.Value.IsEmpty())
+        return false;
+    RemoveFrames(tag, DiscIdFrame);
+    if (element.Data.Size > 0)
+        tag.addFrame(
+            MakeBytesFrame(DiscIdFrame, ByteVector(reinterpret_cast<const char*>(element.Data.Data),
+                                                   element.Data.Size)));
+    return true;
+}
+
+bool IsDiscId(const NString& name) {
+    return name.Compare(CdTocName, 0, true) == 0;
+}
+
+bool WriteElement(Tag& tag, const clTagElement& element, int version) {
+    if (IsDiscId(element.Name))
+        return WriteDiscId(tag, element);
+    if (IsNoText(element))
+        return false;
+    if (const clMappingRow* row = FindMappingRow(element.Name))
+        return WriteRow(tag, *row, element.Value, version);
+    return WriteOtherTexts(tag, element.Name, SplitValues(element.Value), version);
+}
+
+void RemoveElement(Tag& tag, const NString& name) {
+    if (IsDiscId(name))
+        RemoveFrames(tag, DiscIdFrame);
+    else if (const clMappingRow* row = FindMappingRow(name))
+        RemoveRow(tag, *row);
+    else
+        WriteOtherTexts(tag, name, TagLib::StringList(), Id3v2NewVersion);
+}
+
+void RemoveAllElements(Tag& tag) {
+    for (const clMappingRow& row : MappingRows())
+        RemoveRow(tag, row);
+    RemoveOtherTexts(tag);
+    RemoveFrames(tag, DiscIdFrame);
+}
+
+} // namespace
+
+void ReadId3v2(const Tag& tag, clTagRecord& record) {
+    for (const clMappingRow& row : MappingRows())
+        AddValues(record, row.Element, ReadRow(tag, row));
+    ReadOtherTexts(tag, record);
+    ReadDiscId(tag, record);
+    ReadId3v2Pictures(tag, record);
+}
+
+void SetId3v2(Tag& tag, clTagRecord& changes, int version, Refusals& refused) {
+    for (int index = 0; index < changes.Count(); ++index) {
+        const clTagElement& element = *changes[index];
+        if (!IsArtName(element.Name) && !WriteElement(tag, element, version))
+            refused.Add(element.Name);
+    }
+    SetId3v2Pictures(tag, changes, version, refused);
+    PrepareId3v2Save(tag, version);
+}
+
+void DeleteId3v2(Tag& tag, const NStringList& names) {
+    if (names.Count == 0)
+        RemoveAllElements(tag);
+    for (int index = 0; index < names.Count; ++index)
+        if (!IsArtName(*names[index]))
+            RemoveElement(tag, *names[index]);
+    DeleteId3v2Pictures(tag, names);
+    PrepareId3v2Save(tag, Id3v2VersionToWrite(&tag));
+}
+
+} // namespace tagmap
