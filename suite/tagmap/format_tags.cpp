@@ -151,7 +151,13 @@ public:
             DeleteId3v1(*file_.ID3v1Tag(), names);
     }
 
-    bool Save() override { return file_.save(); }
+    // The library would cut the length of a longer block, and lose what follows.
+    bool Save() override {
+        constexpr unsigned largestBlock = 0xFFFFFF;
+        return (!file_.hasXiphComment() ||
+                file_.xiphComment()->render(false).size() <= largestBlock) &&
+               file_.save();
+    }
 
 private:
     TagLib::FLAC::File& file_;
@@ -217,7 +223,10 @@ public:
         SetAsf(*file_.tag(), changes, refused);
     }
     void Delete(const NStringList& names) override { DeleteAsf(*file_.tag(), names); }
-    bool Save() override { return file_.save(); }
+    bool Save() override {
+        ArrangeAsfForSave(file_);
+        return file_.save();
+    }
 
 private:
     TagLib::ASF::File& file_;

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <audioproperties.h>
+
 #include <ostream>
 
 namespace {
@@ -74,8 +76,8 @@ INSTANTIATE_TEST_SUITE_P(
         Expected{"sample-id3.wav", Format::Wav}, Expected{"sample.aiff", Format::Aiff},
         Expected{"sample.ape", Format::MonkeysAudio}, Expected{"sample.wv", Format::WavPack},
         Expected{"sample.mpc", Format::Musepack}, Expected{"sample.tta", Format::TrueAudio}),
-    [](const auto& info) {
-        std::string name = info.param.File;
+    [](const auto& test) {
+        std::string name = test.param.File;
         for (char& character : name)
             character = isalnum(character) ? character : '_';
         return name;

@@ -61,19 +61,19 @@ TEST_F(FileStreamTest, ReadsAcrossItsCacheInEveryDirection) {
     const std::string text = Pattern(200000);
     FileStream stream(Make(text).c_str(), FileStream::Mode::Read);
     for (long at : {199990L, 0L, 65530L, 130000L, 5L}) {
-        stream.seek(at);
+        stream.seek(at, TagLib::IOStream::Beginning);
         EXPECT_EQ(Text(stream.readBlock(20)), text.substr(static_cast<size_t>(at), 20));
         EXPECT_EQ(stream.tell(), std::min(at + 20, 200000L));
     }
-    stream.seek(0);
+    stream.seek(0, TagLib::IOStream::Beginning);
     EXPECT_EQ(Text(stream.readBlock(150000)), text.substr(0, 150000));
 }
 
 TEST_F(FileStreamTest, AReadBeyondTheEndGivesWhatIsThere) {
     FileStream stream(Make("abcdef").c_str(), FileStream::Mode::Read);
-    stream.seek(4);
+    stream.seek(4, TagLib::IOStream::Beginning);
     EXPECT_EQ(Text(stream.readBlock(0xFFFFFFFF)), "ef");
-    stream.seek(100);
+    stream.seek(100, TagLib::IOStream::Beginning);
     EXPECT_TRUE(stream.readBlock(10).isEmpty());
     EXPECT_FALSE(stream.Failed());
 }
@@ -96,7 +96,7 @@ TEST_F(FileStreamTest, InsertsMoreThanItReplaces) {
         FileStream stream(Make(text).c_str(), FileStream::Mode::ReadAndWrite);
         stream.insert(Vector(inserted), 10, 5);
         EXPECT_EQ(stream.length(), static_cast<long>(LargeSize + 100000 - 5));
-        stream.seek(10);
+        stream.seek(10, TagLib::IOStream::Beginning);
         EXPECT_EQ(Text(stream.readBlock(3)), "###");
         EXPECT_FALSE(stream.Failed());
     }
@@ -137,10 +137,10 @@ TEST_F(FileStreamTest, WritesOverAndPastTheEndAndTruncates) {
     {
         FileStream stream(Make("abcdef").c_str(), FileStream::Mode::ReadAndWrite);
         EXPECT_EQ(Text(stream.readBlock(6)), "abcdef");
-        stream.seek(4);
+        stream.seek(4, TagLib::IOStream::Beginning);
         stream.writeBlock(Vector("XYZ"));
         EXPECT_EQ(stream.length(), 7);
-        stream.seek(0);
+        stream.seek(0, TagLib::IOStream::Beginning);
         EXPECT_EQ(Text(stream.readBlock(7)), "abcdXYZ");
         stream.truncate(5);
         EXPECT_EQ(stream.length(), 5);

@@ -254,8 +254,8 @@ TEST_P(TagFile, AFileWithChangedBytesIsReadAndWrittenWithoutHarm) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Formats, TagFile, testing::ValuesIn(Samples), [](const auto& info) {
-    std::string name = info.param.File;
+INSTANTIATE_TEST_SUITE_P(Formats, TagFile, testing::ValuesIn(Samples), [](const auto& test) {
+    std::string name = test.param.File;
     for (char& character : name)
         character = isalnum(static_cast<unsigned char>(character)) ? character : '_';
     return name;
