@@ -38,7 +38,7 @@ expect_element() {
     }
 }
 
-foreign() { python3 "$here/foreign_reader.py" "$@"; }
+foreign() { /usr/bin/python3 "$here/foreign_reader.py" "$@"; }
 
 # expect_foreign NAME TEXT FILE: another program finds the text, as a value or
 # as a part of one.

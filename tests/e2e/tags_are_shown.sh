@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# tags_are_shown.sh SUITE SAMPLE [picture]: the tag that the sample's maker
+# tags_are_shown.sh SUITE SAMPLE: the tag that the sample's maker
 # wrote is shown, and the file isn't touched by that.
 . "$(dirname "$0")/common.sh"
 file=$work/$2
@@ -7,6 +7,7 @@ cp "$samples/$2" "$file" || exit 1
 chmod a-w "$file"
 
 shellhost tags "$file" >"$work/shown" || fail "tags: exit code $?"
+cmp "$file" "$samples/$2" || fail "showing has changed the file"
 head -n 1 "$work/shown" | grep -qxF "$(windows_path "$file")" || fail "the path isn't shown"
 expect_line() { grep -qxF "  $1" "$work/shown" || { cat "$work/shown"; fail "no line \"$1\""; }; }
 expect_line "artist: Björk Ångström"
@@ -20,11 +21,15 @@ if [ "$2" = sample-id3v1.mp3 ]; then
     exit 0
 fi
 expect_line "title: Klang 音色"
+if [ "$2" = sample.wav ]; then
+    # ffmpeg writes the track's number under a name of its own, and an INFO
+    # list holds no more.
+    expect_line "_riff_IPRT: 3/12"
+    exit 0
+fi
 expect_line "track: 3/12"
-[ "$2" = sample.wav ] && exit 0 # an INFO list has no more
 expect_line "composer: Antonín Dvořák"
 expect_line "album artist: Various Tones"
 expect_line "disc: 1/2"
 grep -q "^  _albumart_1.*: PNG picture, $(stat -c %s "$samples/odd/front.png") bytes$" "$work/shown" ||
     fail "the cover isn't shown"
-cmp "$file" "$samples/$2" || fail "showing has changed the file"
