@@ -51,6 +51,7 @@ public:
     GlobalMemoryLock& operator=(const GlobalMemoryLock&) = delete;
 
     explicit operator bool() const { return bytes_ != nullptr; }
+    void* Bytes() const { return bytes_; }
 
 private:
     HGLOBAL block_;

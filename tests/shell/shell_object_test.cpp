@@ -220,6 +220,29 @@ TEST_F(ShellObject, AMediumOfAnotherKindHasNoDropListAndIsReleased) {
     EXPECT_EQ(notAStream.Count, 0u);
 }
 
+TEST_F(ShellObject, ABlockThatIsNoDropListIsASelectionWithoutFiles) {
+    SelectSomething();
+    HGLOBAL block = MakeDropList({L"C:\\a.mp3"});
+    static_cast<DROPFILES*>(GlobalLock(block))->pFiles = 0x7FFFFF00;
+    GlobalUnlock(block);
+    FakeDataObject data(block);
+
+    EXPECT_EQ(Initialize(&data), S_OK);
+    EXPECT_EQ(Selection(), Paths{});
+    EXPECT_EQ(data.MediumReleases(), 1);
+}
+
+TEST_F(ShellObject, TheFolderAndTheKeyPlayNoPart) {
+    FakeDataObject data(Paths{L"C:\\a.mp3"});
+    ITEMIDLIST folder = {};
+    HKEY noKey = reinterpret_cast<HKEY>(uintptr_t{0x7770});
+
+    EXPECT_EQ(shell->Initialize(&folder, &data, noKey), S_OK);
+    EXPECT_EQ(Selection(), Paths{L"C:\\a.mp3"});
+    EXPECT_EQ(shell->Initialize(&folder, nullptr, noKey), E_INVALIDARG);
+    EXPECT_EQ(Selection(), Paths{});
+}
+
 TEST_F(ShellObject, OutOfMemoryLeavesNoPartOfASelection) {
     Paths paths(40, L"C:\\" + std::wstring(300, L'x') + L".mp3");
     FakeDataObject data(paths);
