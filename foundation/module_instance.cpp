@@ -1,11 +1,15 @@
 #include "foundation/module_instance.h"
 
+#include <atomic>
+
 namespace {
-HINSTANCE instanceOfModule = nullptr;
-}
+// DllMain stores it again on each thread that starts or ends.
+constinit std::atomic<HINSTANCE> instanceOfModule = nullptr;
+} // namespace
 
 HINSTANCE NModuleInstance() {
-    return instanceOfModule ? instanceOfModule : GetModuleHandleW(nullptr);
+    HINSTANCE instance = instanceOfModule;
+    return instance ? instance : GetModuleHandleW(nullptr);
 }
 
 void NSetModuleInstance(HINSTANCE instance) {
