@@ -86,7 +86,12 @@ void FileStream::removeBlock(unsigned long start, unsigned long length) {
 
 void FileStream::seek(long offset, Position from) {
     const int64_t origin = from == Beginning ? 0 : from == Current ? position_ : size_;
-    position_ = std::max<int64_t>(origin + offset, 0);
+    const int64_t place = std::max<int64_t>(origin + offset, 0);
+    // A place behind a box whose size is damaged overflows the library's 32
+    // bits. It counts as the end: from the start on, the library would read the
+    // same boxes for ever.
+    const bool overflowed = (from == Beginning && offset < 0) || place > LargestSize;
+    position_ = overflowed ? size_ : place;
 }
 
 void FileStream::truncate(long length) {

@@ -89,6 +89,14 @@ TEST_F(FileStreamTest, SeeksFromAllThreePlacesAndNeverBeforeTheStart) {
     EXPECT_EQ(stream.length(), 6);
 }
 
+TEST_F(FileStreamTest, APlaceBeyondTheLibrarysNumbersIsTheEnd) {
+    FileStream stream(Make("abcdef").c_str(), FileStream::Mode::Read);
+    stream.seek(-0x7FFFFFF0, TagLib::IOStream::Beginning);
+    EXPECT_EQ(stream.tell(), 6);
+    stream.seek(0x7FFFFFFF, TagLib::IOStream::Current);
+    EXPECT_EQ(stream.tell(), 6);
+}
+
 TEST_F(FileStreamTest, InsertsMoreThanItReplaces) {
     const std::string text = Pattern(LargeSize);
     const std::string inserted(100000, '#');
