@@ -61,6 +61,7 @@ set(tagmap_windows
     suite/tagmap/id3v2_save.cpp
     suite/tagmap/id3v2_tags.cpp
     suite/tagmap/mapping_table.cpp
+    suite/tagmap/mp4_boxes.cpp
     suite/tagmap/mp4_tags.cpp
     suite/tagmap/mpeg_frames.cpp
     suite/tagmap/pictures.cpp
@@ -165,6 +166,7 @@ set(tagmap_tests_windows
     tests/tagmap/field_rules_test.cpp
     tests/tagmap/file_stream_test.cpp
     tests/tagmap/flac_pictures_test.cpp
+    tests/tagmap/mp4_boxes_test.cpp
     tests/tagmap/mp4_tags_test.cpp
     tests/tagmap/pictures_test.cpp
     tests/tagmap/rating_test.cpp

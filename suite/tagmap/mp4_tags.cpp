@@ -2,6 +2,7 @@
 
 #include "suite/tagmap/field_rules.h"
 #include "suite/tagmap/mapping_table.h"
+#include "suite/tagmap/mp4_boxes.h"
 #include "suite/tagmap/pictures.h"
 #include "suite/tagmap/rating.h"
 
@@ -382,6 +383,8 @@ void DeleteMp4(Tag& tag, const NStringList& names) {
 }
 
 bool Mp4SurvivesSave(TagLib::MP4::File& file) {
+    if (!Mp4BoxesFit(file))
+        return false;
     TagLib::MP4::Atoms atoms(&file);
     TagLib::MP4::Atom* list = atoms.find("moov", "udta", "meta", "ilst");
     if (!list)
