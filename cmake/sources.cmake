@@ -45,6 +45,7 @@ set(shell_windows
 
 # The programs and libraries of suite/.
 set(tagmap_windows
+    suite/tagmap/aiff_text_chunks.cpp
     suite/tagmap/ape_pictures.cpp
     suite/tagmap/ape_tags.cpp
     suite/tagmap/asf_tags.cpp
@@ -64,6 +65,7 @@ set(tagmap_windows
     suite/tagmap/mp4_boxes.cpp
     suite/tagmap/mp4_tags.cpp
     suite/tagmap/mpeg_frames.cpp
+    suite/tagmap/ogg_flac_pictures.cpp
     suite/tagmap/pictures.cpp
     suite/tagmap/rating.cpp
     suite/tagmap/riff_info_tags.cpp
@@ -161,15 +163,22 @@ set(shell_registration_tests_windows
     tests/shell/loaded_module.cpp)
 set(tagmap_tests_windows
     tests/querytrackdata/test_files.cpp
+    tests/tagmap/aiff_text_chunks_test.cpp
+    tests/tagmap/ape_tags_test.cpp
     tests/tagmap/asf_tags_test.cpp
     tests/tagmap/audio_file_test.cpp
     tests/tagmap/field_rules_test.cpp
     tests/tagmap/file_stream_test.cpp
     tests/tagmap/flac_pictures_test.cpp
+    tests/tagmap/id3v1_tags_test.cpp
+    tests/tagmap/id3v2_pictures_test.cpp
+    tests/tagmap/id3v2_tags_test.cpp
     tests/tagmap/mp4_boxes_test.cpp
     tests/tagmap/mp4_tags_test.cpp
+    tests/tagmap/ogg_flac_pictures_test.cpp
     tests/tagmap/pictures_test.cpp
     tests/tagmap/rating_test.cpp
+    tests/tagmap/riff_info_tags_test.cpp
     tests/tagmap/tag_file_test.cpp
     tests/tagmap/vorbis_tags_test.cpp)
 set(querytrackdata_tests_windows

@@ -1,8 +1,8 @@
 #include "suite/tagmap/audio_file.h"
 
+#include "suite/tagmap/aiff_text_chunks.h"
 #include "suite/tagmap/mpeg_frames.h"
 
-#include <aifffile.h>
 #include <apefile.h>
 #include <asffile.h>
 #include <flacfile.h>
@@ -146,7 +146,7 @@ std::unique_ptr<TagLib::File> FileFor(Format format, FileStream& stream, bool re
     case Format::Wav:
         return std::make_unique<TagLib::RIFF::WAV::File>(&stream, readAudio);
     case Format::Aiff:
-        return std::make_unique<TagLib::RIFF::AIFF::File>(&stream, readAudio);
+        return std::make_unique<AiffFile>(&stream, readAudio);
     case Format::MonkeysAudio:
         return std::make_unique<TagLib::APE::File>(&stream, readAudio);
     case Format::WavPack:

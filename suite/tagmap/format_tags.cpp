@@ -1,16 +1,17 @@
 #include "suite/tagmap/format_tags.h"
 
+#include "suite/tagmap/aiff_text_chunks.h"
 #include "suite/tagmap/ape_tags.h"
 #include "suite/tagmap/asf_tags.h"
 #include "suite/tagmap/field_rules.h"
 #include "suite/tagmap/flac_pictures.h"
 #include "suite/tagmap/id3v2_tags.h"
 #include "suite/tagmap/mp4_tags.h"
+#include "suite/tagmap/ogg_flac_pictures.h"
 #include "suite/tagmap/pictures.h"
 #include "suite/tagmap/riff_info_tags.h"
 #include "suite/tagmap/vorbis_tags.h"
 
-#include <aifffile.h>
 #include <apefile.h>
 #include <asffile.h>
 #include <flacfile.h>
@@ -31,6 +32,7 @@ namespace tagmap {
 namespace {
 constexpr int OldVersion = 3;
 constexpr int NewVersion = 4;
+constexpr unsigned LargestFlacBlock = 0xFFFFFF; // bytes
 
 TagLib::ID3v2::Version LibraryVersion(int version) {
     return version == OldVersion ? TagLib::ID3v2::v3 : TagLib::ID3v2::v4;
@@ -57,7 +59,7 @@ void AddMissing(clTagRecord& record, clTagRecord& lesser) {
 }
 
 template <typename Reader, typename Tag>
-void AddMissingFrom(clTagRecord& record, Reader read, const Tag& tag) {
+void AddMissingFrom(clTagRecord& record, Reader read, Tag& tag) {
     clTagRecord lesser;
     read(tag, lesser);
     AddMissing(record, lesser);
@@ -153,9 +155,8 @@ public:
 
     // The library would cut the length of a longer block, and lose what follows.
     bool Save() override {
-        constexpr unsigned largestBlock = 0xFFFFFF;
         return (!file_.hasXiphComment() ||
-                file_.xiphComment()->render(false).size() <= largestBlock) &&
+                file_.xiphComment()->render(false).size() <= LargestFlacBlock) &&
                file_.save();
     }
 
@@ -192,6 +193,44 @@ public:
 private:
     TagLib::File& file_;
     TagLib::Ogg::XiphComment& comment_;
+};
+
+bool NamesPictures(clTagRecord& changes) {
+    return HasPictures(changes);
+}
+
+bool NamesPictures(const NStringList& names) {
+    return names.Count == 0 || !ArtNumbersOf(names).empty();
+}
+
+// A FLAC stream in Ogg may have its pictures in blocks beside the comment. They
+// are moved into it when the pictures are to be changed.
+class OggFlacTags : public OggTags {
+public:
+    explicit OggFlacTags(TagLib::Ogg::FLAC::File& file)
+        : OggTags(file, *file.tag()), flacFile_(file) {}
+
+    void Read(clTagRecord& record) override {
+        MovePictureBlocksToComment(flacFile_);
+        OggTags::Read(record);
+    }
+    void Set(clTagRecord& changes, Refusals& refused) override {
+        if (NamesPictures(changes))
+            MovePictureBlocksToComment(flacFile_);
+        OggTags::Set(changes, refused);
+    }
+    void Delete(const NStringList& names) override {
+        if (NamesPictures(names))
+            MovePictureBlocksToComment(flacFile_);
+        OggTags::Delete(names);
+    }
+    // The comment is a block here too, with a length of 24 bits.
+    bool Save() override {
+        return flacFile_.tag()->render(false).size() <= LargestFlacBlock && OggTags::Save();
+    }
+
+private:
+    TagLib::Ogg::FLAC::File& flacFile_;
 };
 
 class Mp4Tags : public FormatTags {
@@ -306,20 +345,28 @@ private:
     int version_;
 };
 
+// AIFF: the ID3v2 chunk, and AIFF's own texts where they are.
 class AiffTags : public FormatTags {
 public:
-    explicit AiffTags(TagLib::RIFF::AIFF::File& file)
+    explicit AiffTags(AiffFile& file)
         : file_(file), version_(Id3v2VersionToWrite(file.hasID3v2Tag() ? file.tag() : nullptr)) {}
 
-    void Read(clTagRecord& record) override { ReadId3v2(*file_.tag(), record); }
+    void Read(clTagRecord& record) override {
+        ReadId3v2(*file_.tag(), record);
+        AddMissingFrom(record, ReadAiffTexts, file_);
+    }
     void Set(clTagRecord& changes, Refusals& refused) override {
         SetId3v2(*file_.tag(), changes, version_, refused);
+        SetAiffTexts(file_, changes);
     }
-    void Delete(const NStringList& names) override { DeleteId3v2(*file_.tag(), names); }
+    void Delete(const NStringList& names) override {
+        DeleteId3v2(*file_.tag(), names);
+        DeleteAiffTexts(file_, names);
+    }
     bool Save() override { return file_.save(LibraryVersion(version_)); }
 
 private:
-    TagLib::RIFF::AIFF::File& file_;
+    AiffFile& file_;
     int version_;
 };
 
@@ -432,7 +479,9 @@ std::unique_ptr<FormatTags> TagsOf(AudioFile& file) {
     case Format::OggSpeex:
         return OggTagsOf<TagLib::Ogg::Speex::File>(file);
     case Format::OggFlac:
-        return OggTagsOf<TagLib::Ogg::FLAC::File>(file);
+        if (!file.As<TagLib::Ogg::FLAC::File>().tag())
+            return nullptr;
+        return std::make_unique<OggFlacTags>(file.As<TagLib::Ogg::FLAC::File>());
     case Format::Mp4:
         return std::make_unique<Mp4Tags>(file);
     case Format::Asf:
@@ -440,7 +489,7 @@ std::unique_ptr<FormatTags> TagsOf(AudioFile& file) {
     case Format::Wav:
         return std::make_unique<WavTags>(file.As<TagLib::RIFF::WAV::File>());
     case Format::Aiff:
-        return std::make_unique<AiffTags>(file.As<TagLib::RIFF::AIFF::File>());
+        return std::make_unique<AiffTags>(file.As<AiffFile>());
     case Format::MonkeysAudio:
         return std::make_unique<ApeFamilyTags<TagLib::APE::File>>(file.As<TagLib::APE::File>());
     case Format::WavPack:
