@@ -15,15 +15,16 @@ constexpr unsigned NoGenre = 255;
 constexpr uint64_t TrackMost = 255;
 constexpr unsigned YearLength = 4;
 
-// Every field takes a text and gives one; empty is none.
+// Every field takes values and gives a text; none and empty are the same.
 
 String TrackText(const Tag& tag) {
     return tag.track() ? String::number(static_cast<int>(tag.track())) : String();
 }
 
 // The number of n/N.
-void PutTrack(Tag& tag, const String& text) {
+void PutTrack(Tag& tag, const StringList& values) {
     uint64_t number = 0;
+    const String text = JoinForSingleField(values);
     const NString first = ToNString(text.substr(0, static_cast<unsigned>(text.find("/"))));
     tag.setTrack(ParseWholeNumber(first, TrackMost, number) ? static_cast<unsigned>(number) : 0);
 }
@@ -32,10 +33,10 @@ String YearText(const Tag& tag) {
     return tag.year() ? String::number(static_cast<int>(tag.year())) : String();
 }
 
-void PutYear(Tag& tag, const String& text) {
+void PutYear(Tag& tag, const StringList& values) {
     constexpr uint64_t YearMost = 9999;
     uint64_t year = 0;
-    const NString digits = ToNString(text.substr(0, YearLength));
+    const NString digits = ToNString(JoinForSingleField(values).substr(0, YearLength));
     tag.setYear(ParseWholeNumber(digits, YearMost, year) ? static_cast<unsigned>(year) : 0);
 }
 
@@ -43,9 +44,10 @@ String GenreText(const Tag& tag) {
     return tag.genre();
 }
 
-void PutGenre(Tag& tag, const String& text) {
+// The first that the list has.
+void PutGenre(Tag& tag, const StringList& values) {
     tag.setGenreNumber(NoGenre);
-    for (const String& genre : StringList::split(text, "; "))
+    for (const String& genre : values)
         if (tag.genreNumber() == NoGenre)
             tag.setGenre(genre);
 }
@@ -61,14 +63,14 @@ String InLatin1(const String& text) {
 }
 
 template <void (Tag::*Put)(const String&)>
-void PutLatin1(Tag& tag, const String& text) {
-    (tag.*Put)(InLatin1(text));
+void PutLatin1(Tag& tag, const StringList& values) {
+    (tag.*Put)(InLatin1(JoinForSingleField(values)));
 }
 
 struct Field {
     const wchar_t* Element;
     String (*Get)(const Tag&);
-    void (*Put)(Tag&, const String&);
+    void (*Put)(Tag&, const StringList&);
 };
 constexpr Field Fields[] = {
     {L"artist", [](const Tag& tag) { return tag.artist(); }, PutLatin1<&Tag::setArtist>},
@@ -98,14 +100,14 @@ void SetId3v1(Tag& tag, clTagRecord& changes) {
     for (int index = 0; index < changes.Count(); ++index) {
         const clTagElement& element = *changes[index];
         if (const Field* field = FieldOf(element.Name))
-            field->Put(tag, JoinForSingleField(SplitValues(element.Value)));
+            field->Put(tag, SplitValues(element.Value));
     }
 }
 
 void DeleteId3v1(Tag& tag, const NStringList& names) {
     for (const Field& field : Fields)
         if (names.Count == 0 || names.Contains(field.Element, true))
-            field.Put(tag, String());
+            field.Put(tag, StringList());
 }
 
 } // namespace tagmap

@@ -133,7 +133,11 @@ bool FillTexts(Frame& frame, const StringList& values, int version) {
     if (!text)
         return false;
     text->setTextEncoding(TextEncodingOf(version));
-    text->setText(FieldsFor(values, version));
+    // The description is one of the fields, and the setter isn't virtual.
+    if (auto* user = dynamic_cast<UserText*>(text))
+        user->setText(FieldsFor(values, version));
+    else
+        text->setText(FieldsFor(values, version));
     return true;
 }
 

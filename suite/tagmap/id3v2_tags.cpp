@@ -10,6 +10,7 @@
 
 #include <commentsframe.h>
 #include <id3v1genres.h>
+#include <id3v2synchdata.h>
 #include <popularimeterframe.h>
 #include <unknownframe.h>
 
@@ -21,6 +22,7 @@ namespace tagmap {
 
 namespace {
 
+namespace SynchData = TagLib::ID3v2::SynchData;
 using TagLib::ByteVector;
 using TagLib::String;
 using TagLib::StringList;
@@ -182,10 +184,11 @@ void WriteRating(Tag& tag, int halfSteps) {
         frame->setRating(PopmFromRating(halfSteps));
 }
 
-// A frame of plain bytes. Its size is set anew when it is rendered.
+// A frame of plain bytes, in the form of ID3v2.4; its header is made anew when it
+// is rendered.
 UnknownFrame* MakeBytesFrame(const char* id, const ByteVector& bytes) {
     const ByteVector flags(2, '\0');
-    return new UnknownFrame(ByteVector(id) + ByteVector::fromUInt(bytes.size()) + flags + bytes);
+    return new UnknownFrame(ByteVector(id) + SynchData::fromUInt(bytes.size()) + flags + bytes);
 }
 
 // A rating of 0 is a rating, so the frame has to go; its play counter goes on

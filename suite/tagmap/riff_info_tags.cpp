@@ -4,6 +4,8 @@
 #include "suite/tagmap/mapping_table.h"
 #include "suite/tagmap/rating.h"
 
+#include <string>
+
 namespace tagmap {
 
 namespace {
@@ -57,7 +59,7 @@ public:
     String parse(const ByteVector& data) const override {
         if (IsUtf8(data))
             return String(data, String::UTF8);
-        return String(OtherEncodingMark) + String(data, String::Latin1);
+        return String(std::wstring(1, OtherEncodingMark)) + String(data, String::Latin1);
     }
     ByteVector render(const String& text) const override {
         if (text[0] == OtherEncodingMark)
