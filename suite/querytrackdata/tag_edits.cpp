@@ -49,7 +49,7 @@ bool SetEdit::Apply(const wchar_t* copy, ErrorLine& error) {
 }
 
 bool SetEdit::Check(const wchar_t* original, const wchar_t* copy, ErrorLine& error) {
-    return TellOfCheck(tagmap::Holds(copy, changes_, refused_) &&
+    return TellOfCheck(tagmap::WasSet(original, copy, changes_, refused_) &&
                            tagmap::SoundsAlike(original, copy),
                        audioFile_, error);
 }

@@ -15,6 +15,7 @@
 #include <apefile.h>
 #include <asffile.h>
 #include <flacfile.h>
+#include <id3v2header.h>
 #include <modfilebase.h>
 #include <mp4file.h>
 #include <mpcfile.h>
@@ -72,6 +73,12 @@ public:
     explicit MpegTags(TagLib::MPEG::File& file)
         : file_(file),
           version_(Id3v2VersionToWrite(file.hasID3v2Tag() ? file.ID3v2Tag() : nullptr)) {}
+
+    // A damaged tag that claims more than the file would take the audio with it.
+    bool CanBeWritten() override {
+        return !file_.hasID3v2Tag() || file_.ID3v2Tag()->header()->completeTagSize() <=
+                                           static_cast<unsigned long>(file_.length());
+    }
 
     void Read(clTagRecord& record) override {
         if (file_.hasID3v2Tag())
@@ -377,6 +384,7 @@ public:
     explicit ApeFamilyTags(File& file) : file_(file) {}
 
     bool KeepsDescriptions() const override { return false; }
+    bool HoldsOnePictureOfAKind() const override { return true; }
 
     void Read(clTagRecord& record) override {
         if (file_.hasAPETag())

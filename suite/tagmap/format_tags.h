@@ -19,6 +19,8 @@ public:
     virtual bool CanBeWritten() { return true; }
     // The format keeps what a picture is called.
     virtual bool KeepsDescriptions() const { return true; }
+    // A picture takes the place of another that shows the same kind of thing.
+    virtual bool HoldsOnePictureOfAKind() const { return false; }
     // What the audio stream itself says in the place of an element "encoder",
     // and no write can take away.
     virtual NString EncoderOfStream() const { return NString(); }

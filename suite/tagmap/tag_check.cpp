@@ -158,6 +158,56 @@ bool IsOgg(Format kind) {
            kind == Format::OggFlac;
 }
 
+// Asks about each element of a request that counts: not refused, and the last
+// of its name.
+template <typename Question>
+bool AllElements(clTagRecord& changes, const Refusals& refused, Question isRight) {
+    for (int index = 0; index < changes.Count(); ++index) {
+        const clTagElement& element = *changes[index];
+        bool isLast = true;
+        for (int later = index + 1; later < changes.Count() && isLast; ++later)
+            isLast = changes[later]->Name.Compare(element.Name, 0, true) != 0;
+        if (isLast && !refused.Contains(element.Name) && !isRight(element))
+            return false;
+    }
+    return true;
+}
+
+std::vector<std::string> SortedContents(const std::vector<const NBuffer*>& pictures) {
+    std::vector<std::string> contents;
+    for (const NBuffer* picture : pictures)
+        contents.emplace_back(reinterpret_cast<const char*>(picture->Data), picture->Size);
+    std::sort(contents.begin(), contents.end());
+    return contents;
+}
+
+// The pictures are those that were there with the requested changes, whatever
+// their order: some formats sort them by what they show. Such a format has one
+// of each kind, so that a picture may have taken another's place.
+bool PicturesAreAsAsked(LookedAtFile& old, LookedAtFile& changed, clTagRecord& changes,
+                        const Refusals& refused) {
+    clTagRecord taken;
+    for (int index = 0; index < changes.Count(); ++index) {
+        if (!refused.Contains(changes[index]->Name))
+            taken.AddCopy(*changes[index]);
+    }
+    std::vector<const NBuffer*> expected;
+    for (const clTagElement* picture : PicturesOf(old.Record()))
+        expected.push_back(&picture->Data);
+    const std::vector<clArtRequest> requests = ArtRequestsOf(taken);
+    ApplyArtRequests(expected, requests, [](const NBuffer* const*, const clArtRequest& request) {
+        return request.Data;
+    });
+    std::vector<const NBuffer*> found;
+    for (const clTagElement* picture : PicturesOf(changed.Record()))
+        found.push_back(&picture->Data);
+    const std::vector<std::string> wanted = SortedContents(expected);
+    const std::vector<std::string> got = SortedContents(found);
+    if (changed.Tags().HoldsOnePictureOfAKind())
+        return std::includes(wanted.begin(), wanted.end(), got.begin(), got.end());
+    return wanted == got;
+}
+
 bool WithinOnePercent(int a, int b) {
     return std::abs(a - b) <= std::max(a, b) / 100 + 1;
 }
@@ -165,16 +215,21 @@ bool WithinOnePercent(int a, int b) {
 
 bool Holds(const wchar_t* path, clTagRecord& changes, const Refusals& refused) {
     LookedAtFile file(path);
-    if (!file.IsSound())
-        return false;
-    for (int index = 0; index < changes.Count(); ++index) {
-        const clTagElement& wanted = *changes[index];
-        if (refused.Contains(wanted.Name))
-            continue;
-        if (!(IsArtName(wanted.Name) ? HoldsPicture(file, wanted) : HoldsText(file, wanted)))
-            return false;
-    }
-    return true;
+    return file.IsSound() && AllElements(changes, refused, [&](const clTagElement& wanted) {
+               return IsArtName(wanted.Name) ? HoldsPicture(file, wanted) : HoldsText(file, wanted);
+           });
+}
+
+bool WasSet(const wchar_t* before, const wchar_t* after, clTagRecord& changes,
+            const Refusals& refused) {
+    LookedAtFile old(before);
+    LookedAtFile changed(after);
+    return old.IsSound() && changed.IsSound() &&
+           AllElements(changes, refused,
+                       [&](const clTagElement& wanted) {
+                           return IsArtName(wanted.Name) || HoldsText(changed, wanted);
+                       }) &&
+           PicturesAreAsAsked(old, changed, changes, refused);
 }
 
 bool LacksAll(const wchar_t* path, const NStringList& names) {

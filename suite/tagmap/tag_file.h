@@ -53,6 +53,11 @@ Outcome DeleteTags(const wchar_t* path, const NStringList& names,
 // another order.
 bool Holds(const wchar_t* path, clTagRecord& changes, const Refusals& refused);
 
+// True if `after` can be read as audio, holds the texts of `changes` but those
+// in `refused`, and has the pictures of `before` as `changes` would have them.
+bool WasSet(const wchar_t* before, const wchar_t* after, clTagRecord& changes,
+            const Refusals& refused);
+
 // True if the file can be read as audio, and none of these elements is left (no
 // names: no element but those that the audio stream itself carries).
 bool LacksAll(const wchar_t* path, const NStringList& names);

@@ -222,6 +222,26 @@ TEST_P(TagFile, APictureIsReplacedByItsNumberAndDeletedByIt) {
               FrontCover + "2");
 }
 
+TEST_P(TagFile, APictureIsRemovedByAnEmptyElement) {
+    ASSERT_EQ(Delete(NStringList()), Outcome::Done);
+    clTagRecord changes;
+    AddBytes(changes, L"_albumart_1_Front Album Cover", FrontCover);
+    AddBytes(changes, L"_albumart_2_Back Album Cover", BackCover);
+    ASSERT_EQ(Set(changes), Outcome::Done);
+    const std::wstring before = folder_.Write(L"before.bin", ReadWhole(path_));
+
+    clTagRecord removal;
+    removal.Add(L"_albumart_1_Front Album Cover", L"");
+    EXPECT_FALSE(Holds(path_.c_str(), removal, refused_));
+    EXPECT_FALSE(WasSet(before.c_str(), path_.c_str(), removal, refused_));
+    ASSERT_EQ(Set(removal), Outcome::Done);
+    EXPECT_TRUE(WasSet(before.c_str(), path_.c_str(), removal, refused_));
+    Read();
+    NString description;
+    ASSERT_NE(record_.FindAlbumArt(1, description), nullptr);
+    EXPECT_EQ(DataOf(record_, record_.FindAlbumArt(1, description)->Name.c_str()), BackCover);
+}
+
 TEST_P(TagFile, ATruncatedFileIsReadAndWrittenWithoutHarm) {
     const Bytes whole = ReadWhole(path_);
     for (size_t part = 0; part < 40; ++part) {
@@ -302,6 +322,14 @@ TEST_F(TagFileOutcome, AnOggFlacWithAnUnknownHeaderCountDoesNoHarm) {
     const std::wstring path = folder_.Write(L"odd.oga", content);
     ReadTags(path.c_str(), record_);
     SetTitle(path);
+}
+
+TEST_F(TagFileOutcome, AnId3TagThatClaimsMoreThanTheFileIsNotWritten) {
+    Bytes content = ReadWhole(SamplePath("sample.mp3"));
+    content[6] = 0x7F; // the top seven bits of the tag's size
+    const std::wstring path = folder_.Write(L"claims.mp3", content);
+    EXPECT_EQ(SetTitle(path), Outcome::Refused);
+    EXPECT_TRUE(ReadWhole(path) == content);
 }
 
 TEST_F(TagFileOutcome, ATrackerModuleIsReadAndNotWritten) {
