@@ -235,6 +235,12 @@ StringList ReadRow(const Tag& tag, const clMappingRow& row) {
     return values;
 }
 
+// What ID3v2.3 has in place of one date.
+void RemoveOldDate(Tag& tag) {
+    for (const char* id : {OldYearFrame, OldDateFrame, OldTimeFrame})
+        RemoveFrames(tag, id);
+}
+
 void RemoveRow(Tag& tag, const clMappingRow& row) {
     RemoveUserTexts(tag, row.Element);
     switch (KindOf(row)) {
@@ -248,8 +254,8 @@ void RemoveRow(Tag& tag, const clMappingRow& row) {
         RemoveRating(tag);
         return;
     case RowKind::Date:
-        for (const char* id : {DateFrame, OldYearFrame, OldDateFrame, OldTimeFrame})
-            RemoveFrames(tag, id);
+        RemoveFrames(tag, DateFrame);
+        RemoveOldDate(tag);
         return;
     case RowKind::Text:
     case RowKind::Genre:
@@ -285,7 +291,7 @@ void WriteTexts(Tag& tag, const clMappingRow& row, const StringList& values, int
         }
         break;
     case RowKind::Date:
-        RemoveRow(tag, row);
+        RemoveOldDate(tag);
         break;
     case RowKind::Text:
     case RowKind::Genre:

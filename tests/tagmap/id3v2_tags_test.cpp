@@ -193,6 +193,8 @@ TEST(Id3v2Tags, SeveralValuesOfAnOldTagAreReadWhereTheyStand) {
 TEST(Id3v2Tags, AFramesPlaceIsKeptWhenItsTextChanges) {
     TagInFile file(4, {{"TPE1", Utf8Text("a")}, {"TIT2", Utf8Text("t")}, {"TALB", Utf8Text("l")}});
     EXPECT_EQ(FrameIdsIn(Set(file, L"artist", L"b", 4)), "TPE1|TIT2|TALB");
+    TagInFile date(4, {{"TDRC", Utf8Text("2004")}, {"TIT2", Utf8Text("t")}});
+    EXPECT_EQ(FrameIdsIn(Set(date, L"year", L"2005", 4)), "TDRC|TIT2");
 }
 
 TEST(Id3v2Tags, SeveralFramesOfOneTextBecomeOne) {
