@@ -180,7 +180,7 @@ void NStringList::SplitLines(const wchar_t* text) {
 namespace {
 template <typename Unit>
 void WriteBlock(NBuffer& output, const NStringList& list, const Unit* (*textOf)(NString&)) {
-    uint32_t units = 1;
+    uint64_t units = 1;
     NString empty(EmptyItemText);
     auto itemOrEmpty = [&](int index) -> const Unit* {
         NString* item = list[index];
@@ -195,7 +195,10 @@ void WriteBlock(NBuffer& output, const NStringList& list, const Unit* (*textOf)(
     for (int index = 0; index < list.Count; ++index)
         units += countWithTerminator(itemOrEmpty(index));
     output.Free();
-    output.Resize(std::max(units, 2u) * sizeof(Unit), false, true);
+    uint64_t size = std::max<uint64_t>(units, 2) * sizeof(Unit);
+    if (size > UINT32_MAX)
+        return;
+    output.Resize(static_cast<uint32_t>(size), false, true);
     uint8_t* cursor = output.Data;
     for (int index = 0; cursor && index < list.Count; ++index) {
         const Unit* text = itemOrEmpty(index);
@@ -210,6 +213,8 @@ void WriteBlock(NBuffer& output, const NStringList& list, const Unit* (*textOf)(
 template <typename Unit>
 void ReadBlock(NStringList& list, const uint8_t* bytes, uint32_t size, Unit separator) {
     uint32_t units = size / static_cast<uint32_t>(sizeof(Unit));
+    if (units >= UINT32_MAX / sizeof(Unit)) // no room for the terminator
+        return;
     NBuffer block;
     block.Resize((units + 1) * static_cast<uint32_t>(sizeof(Unit)), false, true);
     if (!block.Data)

@@ -79,11 +79,13 @@ public:
 
     // Writes each item with a zero terminator, and one further zero at the
     // end, in 8-bit or wide form. An empty item is written as "[Empty]", since
-    // an empty piece would end the block.
+    // an empty piece would end the block. A block of 4 GiB or more doesn't fit
+    // `output`, which is empty then.
     void ToMultiString(NBuffer& output, bool wide) const;
     // The reverse: empties the list, then takes each zero-terminated piece up
     // to the first empty one or to `size` bytes. A non-zero `separator` counts
-    // as a zero. "[Empty]" becomes an empty item.
+    // as a zero. "[Empty]" becomes an empty item. A `size` that leaves no room
+    // for one more unit within 32 bits yields an empty list.
     void FromMultiString(const void* bytes, uint32_t size, bool wide, wchar_t separator = 0);
 };
 

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <cstring>
 #include <initializer_list>
 
@@ -52,7 +53,22 @@ int Counted::alive = 0;
 struct Plain {
     int number;
 };
+
+// Notes its name as it goes.
+struct Noting {
+    static NString* gone;
+    wchar_t name = 0;
+    ~Noting() { gone->InsertChar(name); }
+};
+NString* Noting::gone = nullptr;
 } // namespace
+
+TEST(NPtrList, LiesInMemoryInItsOrderOfFields) {
+    EXPECT_LT(offsetof(NPtrList, Count), offsetof(NPtrList, Items));
+    EXPECT_LT(offsetof(NPtrList, Items), offsetof(NPtrList, Capacity));
+    EXPECT_LT(offsetof(NPtrList, Capacity), offsetof(NPtrList, Grow));
+    EXPECT_LT(offsetof(NPtrList, Grow), offsetof(NPtrList, Inline));
+}
 
 TEST(NPtrList, StartsWithRoomFor16) {
     NPtrList list;
@@ -329,12 +345,27 @@ TEST(NStringList, ReadsABlockUpToTheFirstEmptyPieceOrItsSize) {
     EXPECT_EQ(list.Count, 0);
 }
 
+TEST(NStringList, ASizeAtTheEndOfItsRangeYieldsNoItems) {
+    NStringList list;
+    list.Add(L"gone");
+    list.FromMultiString("a", UINT32_MAX, false);
+    EXPECT_EQ(list.Count, 0);
+    list.FromMultiString(L"a", UINT32_MAX, true);
+    EXPECT_EQ(list.Count, 0);
+}
+
 TEST(NStringList, TakesASeparatorForAZero) {
     NStringList list;
     list.FromMultiString(L"a;b;[Empty];c", 26, true, L';');
     EXPECT_EQ(Joined(list), L"a|b||c");
     list.FromMultiString("a;b;;c", 6, false, L';');
     EXPECT_EQ(Joined(list), L"a|b");
+}
+
+TEST(NKeyedList, LiesInMemoryInItsOrderOfFields) {
+    using List = NKeyedList<Plain>;
+    EXPECT_LT(offsetof(List, Items), offsetof(List, Keys));
+    EXPECT_LT(offsetof(List, Keys), offsetof(List, Current));
 }
 
 TEST(NKeyedList, AddMakesARecordWithItsKeyAndTouchesIt) {
@@ -387,6 +418,18 @@ TEST(NKeyedList, DestroysItsRecords) {
         list.Add();
     }
     EXPECT_EQ(Counted::alive, 0);
+}
+
+TEST(NKeyedList, ClearGoesFromTheLastRecordToTheFirst) {
+    NString gone;
+    Noting::gone = &gone;
+    NKeyedList<Noting> list;
+    for (wchar_t name : {L'a', L'b', L'c'})
+        list.Add()->name = name;
+    list.Clear();
+    EXPECT_EQ(gone, L"cba");
+    EXPECT_EQ(list.Items.Items, nullptr);
+    EXPECT_EQ(list.Keys.Items, nullptr);
 }
 
 TEST(NKeyedList, ZeroFillWipesAPlainRecord) {
