@@ -196,12 +196,8 @@ void clTagRecord::Add(const wchar_t* name, const wchar_t* value) {
 void clTagRecord::AddData(const wchar_t* name, const void* data, int length) {
     clTagElement* element = Elements.Add();
     element->Name = name;
-    if (length <= 0)
-        return;
-    element->Data.Resize(static_cast<uint32_t>(length), false, !data);
-    if (data)
-        memcpy(element->Data.Data, data,
-               std::min(static_cast<uint32_t>(length), element->Data.Size));
+    if (length > 0)
+        element->Data.Set(data, static_cast<uint32_t>(length));
 }
 
 void clTagRecord::AddCopy(const clTagElement& element) {

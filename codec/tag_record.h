@@ -54,6 +54,7 @@ public:
 
     // Each appends an element, which becomes `Current`.
     void Add(const wchar_t* name, const wchar_t* value);
+    // With a `data` of null the bytes are zero.
     void AddData(const wchar_t* name, const void* data, int length);
     void AddCopy(const clTagElement& element);
 

@@ -50,6 +50,8 @@ void NBuffer::Set(const void* data, uint32_t size, uint32_t extra, bool zeroExtr
         return;
     if (size && data)
         memmove(Data, data, size);
+    else if (size)
+        memset(Data, 0, size);
     if (zeroExtra && extra)
         memset(Data + size, 0, extra);
     Used = size;

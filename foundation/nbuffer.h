@@ -21,8 +21,8 @@ public:
     // `Used` is cut back to `Size`.
     void Resize(uint32_t size, bool keep = false, bool zero = false, uint32_t extra = 0);
     // Room for `size` + `extra` bytes, the first `size` copied from `data`
-    // (which may lie in this buffer), the others zeroed if asked. `Used`
-    // becomes `size`.
+    // (which may lie in this buffer; null gives zeros), the others zeroed if
+    // asked. `Used` becomes `size`.
     void Set(const void* data, uint32_t size, uint32_t extra = 0, bool zeroExtra = false);
     void CopyFrom(const NBuffer& buffer);
     // Same `Size`, and all bytes equal. Two empty buffers are equal.

@@ -116,6 +116,16 @@ TEST(TagRecord, SerialisesToThePublishedBytes) {
                                          13, 0, 0, 0, 'd', 0, 0,   0, 0, 0, 'x', 'y', 'z'}));
 }
 
+TEST(TagRecord, TooLargeForItsFormSerialisesToNothing) {
+    clTagRecord record;
+    record.AddData(L"a", "x", 1);
+    record[0]->Data.Size = INT32_MAX;
+    NBuffer output;
+    output.Set("old", 3);
+    record.Serialise(output);
+    EXPECT_EQ(output.Size, 0u);
+}
+
 TEST(TagRecord, AnEmptyValueStillTakesOneUnit) {
     clTagRecord record;
     record.Add(L"abc", L"");

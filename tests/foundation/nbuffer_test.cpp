@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <cstring>
 
 namespace {
@@ -23,6 +24,11 @@ TEST(NBuffer, StartsEmpty) {
     EXPECT_EQ(buffer.Used, 0u);
 }
 
+TEST(NBuffer, LiesInMemoryInItsOrderOfFields) {
+    EXPECT_LT(offsetof(NBuffer, Data), offsetof(NBuffer, Size));
+    EXPECT_LT(offsetof(NBuffer, Size), offsetof(NBuffer, Used));
+}
+
 TEST(NBuffer, ResizeToASmallerSizeKeepsTheBlock) {
     NBuffer buffer;
     buffer.Set(Digits, 8);
@@ -36,8 +42,10 @@ TEST(NBuffer, ResizeToASmallerSizeKeepsTheBlock) {
 TEST(NBuffer, ALargerResizeAfterASmallerOneAllocatesAnewAndKeepsOnlyTheSmallerPart) {
     NBuffer buffer;
     buffer.Set(Digits, 8);
+    uintptr_t block = reinterpret_cast<uintptr_t>(buffer.Data);
     buffer.Resize(3);
     buffer.Resize(8, true, false);
+    EXPECT_NE(reinterpret_cast<uintptr_t>(buffer.Data), block);
     EXPECT_EQ(buffer.Size, 8u);
     EXPECT_EQ(memcmp(buffer.Data, "123", 3), 0);
 }
@@ -111,6 +119,14 @@ TEST(NBuffer, SetWithASumBeyondItsRangeLeavesNothing) {
     buffer.Set(Digits, UINT32_MAX, 10);
     EXPECT_EQ(buffer.Data, nullptr);
     EXPECT_EQ(buffer.Size, 0u);
+}
+
+TEST(NBuffer, SetWithoutDataGivesZeros) {
+    NBuffer buffer;
+    buffer.Set(Digits, 8);
+    buffer.Set(nullptr, 6);
+    EXPECT_EQ(buffer.Used, 6u);
+    EXPECT_TRUE(AllBytesAre(buffer, 0, 6, 0));
 }
 
 TEST(NBuffer, SetTakesDataThatLiesInItself) {
