@@ -1,23 +1,31 @@
 #include "foundation/nmutex.h"
 
+namespace {
+// True if the caller holds the mutex now. One whose owner ended without giving
+// it back is held all the same.
+bool Wait(HANDLE mutex, DWORD milliseconds) {
+    DWORD result = WaitForSingleObject(mutex, milliseconds);
+    return result == WAIT_OBJECT_0 || result == WAIT_ABANDONED;
+}
+} // namespace
+
 NMutex::NMutex() : handle_(CreateMutexW(nullptr, FALSE, nullptr)) {}
 
 bool NMutex::Create(const wchar_t* name, bool& alreadyExists) {
-    handle_.Reset(CreateMutexW(nullptr, FALSE, name));
-    alreadyExists = handle_ && GetLastError() == ERROR_ALREADY_EXISTS;
+    HANDLE mutex = CreateMutexW(nullptr, FALSE, name);
+    alreadyExists = mutex && GetLastError() == ERROR_ALREADY_EXISTS;
+    handle_.Reset(mutex);
     locked_ = false;
     return static_cast<bool>(handle_);
 }
 
 void NMutex::Lock() {
-    WaitForSingleObject(handle_.Get(), INFINITE);
-    locked_ = true;
+    if (Wait(handle_.Get(), INFINITE))
+        locked_ = true;
 }
 
 bool NMutex::TryLock() {
-    DWORD result = WaitForSingleObject(handle_.Get(), 0);
-    // An abandoned mutex is held all the same.
-    bool held = result == WAIT_OBJECT_0 || result == WAIT_ABANDONED;
+    bool held = Wait(handle_.Get(), 0);
     if (held)
         locked_ = true;
     return held;

@@ -2,9 +2,9 @@
 
 #include "foundation/unique_handle.h"
 
-// A mutex of the platform, recursive on one thread, and a flag that says
-// whether this object holds it. Lock and Unlock are called on one thread;
-// several threads may call them at a time.
+// A mutex of the platform, recursive on one thread, and a flag that every
+// taking through this object sets and every Unlock clears. Lock and Unlock are called on one
+// thread; several threads may call them at a time.
 class NMutex {
 public:
     // Makes an unnamed mutex.
@@ -13,7 +13,7 @@ public:
     // Takes another mutex, named unless `name` is null; `alreadyExists` says
     // whether somebody else had made it. False if it couldn't be made.
     bool Create(const wchar_t* name, bool& alreadyExists);
-    // Waits without limit.
+    // Waits without limit. Takes nothing if Create couldn't make the mutex.
     void Lock();
     // Doesn't wait; true if the mutex is held now.
     bool TryLock();

@@ -70,6 +70,10 @@ TEST(NMutex, CreateFailsForANameOfAnotherKindOfObject) {
     bool existed = true;
     EXPECT_FALSE(mutex.Create(name.c_str(), existed));
     EXPECT_FALSE(existed);
+    mutex.Lock();
+    EXPECT_FALSE(mutex.IsLocked());
+    EXPECT_FALSE(mutex.TryLock());
+    EXPECT_FALSE(mutex.IsLocked());
 }
 
 TEST(NMutex, TheDestructorClosesTheHandle) {
