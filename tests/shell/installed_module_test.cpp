@@ -11,6 +11,7 @@
 #include <shlobj.h>
 
 #include <string>
+#include <thread>
 #include <vector>
 
 namespace {
@@ -93,6 +94,27 @@ TEST_F(InstalledModule, IsCreatedByTheIdOfItsClass) {
                                    object.PutVoid()),
                   S_OK);
     }
+}
+
+// The object lives in an apartment that the platform makes for it, and is
+// reached through proxies; that of its own interface is made from the
+// registered type library.
+TEST_F(InstalledModule, IsCreatedFromAThreadWithoutAnApartment) {
+    ASSERT_EQ(RunRegsvr32(L"/s", BuiltModulePath()), 0u);
+
+    std::thread([] {
+        ASSERT_EQ(CoInitializeEx(nullptr, COINIT_MULTITHREADED), S_OK);
+        for (const IID* iid : {&IID_IDispatch, &IID_ItNWIShell}) {
+            ComPtr<IDispatch> object;
+            EXPECT_EQ(CoCreateInstance(CLSID_tNWIShell, nullptr, CLSCTX_INPROC_SERVER, *iid,
+                                       object.PutVoid()),
+                      S_OK);
+            UINT count = 0;
+            EXPECT_TRUE(object && object->GetTypeInfoCount(&count) == S_OK);
+            EXPECT_EQ(count, 1u);
+        }
+        CoUninitialize();
+    }).join();
 }
 
 TEST_F(InstalledModule, IsCreatedByItsProgramName) {

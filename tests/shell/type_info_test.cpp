@@ -31,6 +31,15 @@ Texts TextsOf(ITypeLib* library, int index) {
     return {Taken(name), Taken(help)};
 }
 
+// What a description derives from; empty on failure.
+ComPtr<ITypeInfo> Inherited(ITypeInfo* info, UINT index) {
+    ComPtr<ITypeInfo> inherited;
+    HREFTYPE reference = 0;
+    EXPECT_EQ(info->GetRefTypeOfImplType(index, &reference), S_OK);
+    EXPECT_EQ(info->GetRefTypeInfo(reference, inherited.Put()), S_OK);
+    return inherited;
+}
+
 // The module's own code works on the module's own resources: the tests lend
 // it the built module's instance.
 class TypeInformation : public testing::Test {
@@ -97,6 +106,27 @@ TEST_F(TypeInformation, TheInterfaceIsFoundByItsId) {
     ASSERT_EQ(info->GetTypeAttr(&attributes), S_OK);
     EXPECT_EQ(attributes->guid, IID_ItNWIShell);
     info->ReleaseTypeAttr(attributes);
+}
+
+TEST_F(TypeInformation, TheInterfaceHasTheOperationsOfIDispatchAndNoOthers) {
+    ComPtr<ITypeInfo> info;
+    ASSERT_EQ(NLoadModuleTypeInfo(IID_ItNWIShell, info), S_OK);
+    constexpr size_t Operations = 7; // those of IUnknown among them
+    // -1 asks a dual interface for its other half, the one with a table.
+    ComPtr<ITypeInfo> table = Inherited(info.Get(), static_cast<UINT>(-1));
+    ASSERT_TRUE(table);
+    ComPtr<ITypeInfo> base = Inherited(table.Get(), 0);
+    ASSERT_TRUE(base);
+
+    TYPEATTR* attributes = nullptr;
+    ASSERT_EQ(table->GetTypeAttr(&attributes), S_OK);
+    EXPECT_EQ(attributes->typekind, TKIND_INTERFACE);
+    EXPECT_EQ(attributes->cFuncs, 0);
+    EXPECT_EQ(attributes->cbSizeVft, Operations * sizeof(void*));
+    table->ReleaseTypeAttr(attributes);
+    ASSERT_EQ(base->GetTypeAttr(&attributes), S_OK);
+    EXPECT_EQ(attributes->guid, IID_IDispatch);
+    base->ReleaseTypeAttr(attributes);
 }
 
 TEST_F(TypeInformation, AnInterfaceThatTheLibraryHasNotIsAFailure) {
