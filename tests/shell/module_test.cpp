@@ -60,6 +60,12 @@ TEST_F(BuiltModule, ImportsLibrariesOfTheSystemAlone) {
         EXPECT_TRUE(system.contains(library)) << library;
 }
 
+// What the call does can't be seen: for a module with static thread storage it
+// does nothing.
+TEST_F(BuiltModule, WantsNoCallsForThreads) {
+    EXPECT_TRUE(ImportedNames(module.Handle()).contains("DisableThreadLibraryCalls"));
+}
+
 TEST_F(BuiltModule, IsHardened) {
     const IMAGE_NT_HEADERS64& headers = HeadersOf(module.Handle());
 

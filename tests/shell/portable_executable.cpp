@@ -12,6 +12,10 @@ const T* Directory(HMODULE module, int index) {
     return At<T>(module, HeadersOf(module).OptionalHeader.DataDirectory[index].VirtualAddress);
 }
 
+const char* AtName(HMODULE module, ULONGLONG offset) {
+    return At<IMAGE_IMPORT_BY_NAME>(module, static_cast<DWORD>(offset))->Name;
+}
+
 std::string Lower(std::string text) {
     for (char& letter : text)
         if (letter >= 'A' && letter <= 'Z')
@@ -31,6 +35,18 @@ std::set<std::string> ImportedLibraries(HMODULE module) {
     auto* import = Directory<IMAGE_IMPORT_DESCRIPTOR>(module, IMAGE_DIRECTORY_ENTRY_IMPORT);
     for (; import->Name; ++import)
         names.insert(Lower(At<char>(module, import->Name)));
+    return names;
+}
+
+std::set<std::string> ImportedNames(HMODULE module) {
+    std::set<std::string> names;
+    auto* import = Directory<IMAGE_IMPORT_DESCRIPTOR>(module, IMAGE_DIRECTORY_ENTRY_IMPORT);
+    for (; import->Name; ++import) {
+        auto* entry = At<IMAGE_THUNK_DATA64>(module, import->OriginalFirstThunk);
+        for (; entry->u1.AddressOfData; ++entry)
+            if (!IMAGE_SNAP_BY_ORDINAL64(entry->u1.Ordinal))
+                names.insert(AtName(module, entry->u1.AddressOfData));
+    }
     return names;
 }
 
