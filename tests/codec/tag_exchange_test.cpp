@@ -5,6 +5,7 @@
 #include "foundation/nprocess.h"
 #include "foundation/unique_handle.h"
 #include "tests/support/nstring_printer.h"
+#include "tests/support/scoped_environment.h"
 #include "tests/support/temp_folder.h"
 
 #include <gtest/gtest.h>
@@ -309,9 +310,47 @@ TEST_F(TagExchange, WithoutATemporaryFileASetIsFalseAndTheSiblingIsNotRun) {
     EXPECT_FALSE(WasRun());
 }
 
+TEST_F(TagExchange, ARecordTooLargeForItsFormAsksForNothing) {
+    clTagRecord record;
+    record.AddData(L"a", "x", 1);
+    record[0]->Data.Size = INT32_MAX;
+    EXPECT_TRUE(RunSetTags(AudioPath, record));
+    EXPECT_FALSE(WasRun());
+}
+
+TEST_F(TagExchange, TheLow32BitsOfAReplysSizeCount) {
+    ScopedEnvironment growth(L"TONEWRIGHT_STAND_IN_GROW", L"4");
+    EXPECT_EQ(PayloadOf(Magic + Bytes({1, 0, 0, 0, 'x'})), Bytes({'x'}));
+    EXPECT_EQ(PayloadOf(Magic + Bytes({1, 0, 0, 0})), Bytes());
+}
+
+TEST_F(TagExchange, TheSiblingGetsNoWindowNoHandlesAndNormalPriority) {
+    SECURITY_ATTRIBUTES inheritable = {sizeof(inheritable), nullptr, TRUE};
+    UniqueKernelHandle event(CreateEventW(&inheritable, TRUE, FALSE, nullptr));
+    std::wstring number = std::to_wstring(reinterpret_cast<uintptr_t>(event.Get()));
+    ScopedEnvironment handle(L"TONEWRIGHT_STAND_IN_HANDLE", number.c_str());
+    SetPriorityClass(GetCurrentProcess(), BELOW_NORMAL_PRIORITY_CLASS);
+    clTagRecord record;
+    record.Add(L"a", L"b");
+    NBuffer out;
+    for (int request = 0; request < 3; ++request) {
+        if (request == 0)
+            RunGetAudioInf(AudioPath, out);
+        else if (request == 1)
+            RunSetTags(AudioPath, record);
+        else
+            RunDelTagElements(AudioPath, NStringList());
+        // Nor has it the exchange file for itself.
+        EXPECT_EQ(TextOf(Contents(folder_.File(L"started_as.txt"))),
+                  L"priority=32 console=0 inherited=0 alone=0");
+        EXPECT_NE(WaitForSingleObject(event.Get(), 0), WAIT_OBJECT_0);
+    }
+}
+
 TEST_F(TagExchange, AReadThatTakesTooLongIsGivenUpAndTheSiblingRunsOn) {
     SharedEvent started(L"TONEWRIGHT_STAND_IN_STARTED");
     SharedEvent release(L"TONEWRIGHT_STAND_IN_RELEASE");
+    SharedEvent ending(L"TONEWRIGHT_STAND_IN_ENDING");
     ReplyWith(Magic + Bytes({1, 0, 0, 0, 'x'}));
     NBuffer out;
     ULONGLONG begin = GetTickCount64();
@@ -320,24 +359,32 @@ TEST_F(TagExchange, AReadThatTakesTooLongIsGivenUpAndTheSiblingRunsOn) {
     EXPECT_TRUE(started.WaitFor(0));
     EXPECT_EQ(out.Size, 0u);
     EXPECT_GE(taken, 10000u);
+    EXPECT_EQ(GetFileAttributesW(ExchangePath().Text), INVALID_FILE_ATTRIBUTES);
+    EXPECT_FALSE(ending.WaitFor(0));
     release.Set();
+    EXPECT_TRUE(ending.WaitFor(60000));
 }
 
-TEST_F(TagExchange, ASetWaitsLongerThanAReadWould) {
+TEST_F(TagExchange, SetAndDeleteWaitLongerThanAReadWould) {
     SharedEvent started(L"TONEWRIGHT_STAND_IN_STARTED");
     SharedEvent release(L"TONEWRIGHT_STAND_IN_RELEASE");
     SharedEvent returned(L"TONEWRIGHT_TEST_RETURNED");
     clTagRecord record;
     record.Add(L"a", L"b");
     bool result = false;
-    std::thread request([&] {
+    std::thread set([&] {
         result = RunSetTags(AudioPath, record);
+        returned.Set();
+    });
+    std::thread deletion([&] {
+        RunDelTagElements(AudioPath, NStringList());
         returned.Set();
     });
     EXPECT_TRUE(started.WaitFor(60000));
     EXPECT_FALSE(returned.WaitFor(10600));
     release.Set();
-    request.join();
+    set.join();
+    deletion.join();
     EXPECT_TRUE(result);
 }
 

@@ -4,10 +4,16 @@
 //     command_line.txt   written: its whole command line, UTF-16
 //     request.bin        written: the exchange file as it found it
 //     reply.bin          read: if it exists, becomes the exchange file
+//     started_as.txt     written: how it was started (see StartedAs), UTF-16
+//
+// TONEWRIGHT_STAND_IN_GROW is a number of GiB that the exchange file grows by,
+// behind the reply. TONEWRIGHT_STAND_IN_HANDLE is the number of a handle that
+// it may have inherited.
 //
 // The event named by TONEWRIGHT_STAND_IN_STARTED is set once that is done; the
-// one named by TONEWRIGHT_STAND_IN_RELEASE is waited for before it exits, with
-// the code 1, which the module must not care about.
+// one named by TONEWRIGHT_STAND_IN_RELEASE is waited for before it sets the one
+// named by TONEWRIGHT_STAND_IN_ENDING and exits, with the code 1, which the
+// module must not care about.
 #include "foundation/unique_handle.h"
 #include "foundation/windows_lean.h"
 
@@ -52,6 +58,28 @@ std::wstring PathInQuotes(const std::wstring& commandLine) {
                                        : commandLine.substr(first + 1, last - first - 1);
 }
 
+void Grow(const std::wstring& path, long gibibytes) {
+    UniqueFileHandle file = Open(path, GENERIC_WRITE, OPEN_EXISTING);
+    LARGE_INTEGER distance;
+    distance.QuadPart = static_cast<LONGLONG>(gibibytes) << 30;
+    SetFilePointerEx(file.Get(), distance, nullptr, FILE_END);
+    SetEndOfFile(file.Get());
+}
+
+// "priority=<class> console=<programs on it> window=<0 or 1> inherited=<0 or 1>
+// alone=<0 or 1>", the last for whether nobody else has the exchange file open.
+std::wstring StartedAs(const std::wstring& exchange) {
+    DWORD programs[2];
+    std::wstring number = Environment(L"TONEWRIGHT_STAND_IN_HANDLE");
+    HANDLE handle = number.empty() ? nullptr : reinterpret_cast<HANDLE>(std::stoull(number));
+    UniqueFileHandle alone(CreateFileW(exchange.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING,
+                                       FILE_ATTRIBUTE_NORMAL, nullptr));
+    return L"priority=" + std::to_wstring(GetPriorityClass(GetCurrentProcess())) + L" console=" +
+           std::to_wstring(GetConsoleWindow() != nullptr) + L" inherited=" +
+           std::to_wstring(handle && SetEvent(handle)) + L" alone=" +
+           std::to_wstring(static_cast<bool>(alone));
+}
+
 UniqueKernelHandle EventNamedBy(const wchar_t* variable) {
     std::wstring name = Environment(variable);
     return UniqueKernelHandle(name.empty() ? nullptr
@@ -71,10 +99,18 @@ int main() {
         WriteWhole(folder + L"request.bin", bytes.data(), bytes.size(), CREATE_ALWAYS);
     if (ReadWhole(folder + L"reply.bin", bytes))
         WriteWhole(exchange, bytes.data(), bytes.size(), OPEN_EXISTING);
+    std::wstring growth = Environment(L"TONEWRIGHT_STAND_IN_GROW");
+    if (!growth.empty())
+        Grow(exchange, std::stol(growth));
+    std::wstring startedAs = StartedAs(exchange);
+    WriteWhole(folder + L"started_as.txt", startedAs.data(), startedAs.size() * sizeof(wchar_t),
+               CREATE_ALWAYS);
 
     if (UniqueKernelHandle started = EventNamedBy(L"TONEWRIGHT_STAND_IN_STARTED"))
         SetEvent(started.Get());
     if (UniqueKernelHandle release = EventNamedBy(L"TONEWRIGHT_STAND_IN_RELEASE"))
         WaitForSingleObject(release.Get(), INFINITE);
+    if (UniqueKernelHandle ending = EventNamedBy(L"TONEWRIGHT_STAND_IN_ENDING"))
+        SetEvent(ending.Get());
     return 1;
 }
