@@ -340,9 +340,9 @@ TEST_F(TagExchange, TheSiblingGetsNoWindowNoHandlesAndNormalPriority) {
             RunSetTags(AudioPath, record);
         else
             RunDelTagElements(AudioPath, NStringList());
-        // Nor has it the exchange file for itself.
+        // It has a console to itself, but not the exchange file.
         EXPECT_EQ(TextOf(Contents(folder_.File(L"started_as.txt"))),
-                  L"priority=32 console=0 inherited=0 alone=0");
+                  L"priority=32 console=1 window=0 alone=0");
         EXPECT_NE(WaitForSingleObject(event.Get(), 0), WAIT_OBJECT_0);
     }
 }

@@ -7,8 +7,8 @@
 //     started_as.txt     written: how it was started (see StartedAs), UTF-16
 //
 // TONEWRIGHT_STAND_IN_GROW is a number of GiB that the exchange file grows by,
-// behind the reply. TONEWRIGHT_STAND_IN_HANDLE is the number of a handle that
-// it may have inherited.
+// behind the reply. TONEWRIGHT_STAND_IN_HANDLE is the number of an event's
+// handle, which it sets.
 //
 // The event named by TONEWRIGHT_STAND_IN_STARTED is set once that is done; the
 // one named by TONEWRIGHT_STAND_IN_RELEASE is waited for before it sets the one
@@ -66,18 +66,17 @@ void Grow(const std::wstring& path, long gibibytes) {
     SetEndOfFile(file.Get());
 }
 
-// "priority=<class> console=<programs on it> window=<0 or 1> inherited=<0 or 1>
-// alone=<0 or 1>", the last for whether nobody else has the exchange file open.
+// "priority=<class> console=<programs on it> window=<0 or 1> alone=<0 or 1>",
+// the last for whether nobody else has the exchange file open.
 std::wstring StartedAs(const std::wstring& exchange) {
     DWORD programs[2];
-    std::wstring number = Environment(L"TONEWRIGHT_STAND_IN_HANDLE");
-    HANDLE handle = number.empty() ? nullptr : reinterpret_cast<HANDLE>(std::stoull(number));
     UniqueFileHandle alone(CreateFileW(exchange.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING,
                                        FILE_ATTRIBUTE_NORMAL, nullptr));
-    return L"priority=" + std::to_wstring(GetPriorityClass(GetCurrentProcess())) + L" console=" +
-           std::to_wstring(GetConsoleWindow() != nullptr) + L" inherited=" +
-           std::to_wstring(handle && SetEvent(handle)) + L" alone=" +
-           std::to_wstring(static_cast<bool>(alone));
+    std::wstring text = L"priority=" + std::to_wstring(GetPriorityClass(GetCurrentProcess()));
+    text += L" console=" + std::to_wstring(GetConsoleProcessList(programs, 2));
+    text += L" window=" + std::to_wstring(GetConsoleWindow() != nullptr);
+    text += L" alone=" + std::to_wstring(static_cast<bool>(alone));
+    return text;
 }
 
 UniqueKernelHandle EventNamedBy(const wchar_t* variable) {
@@ -102,6 +101,9 @@ int main() {
     std::wstring growth = Environment(L"TONEWRIGHT_STAND_IN_GROW");
     if (!growth.empty())
         Grow(exchange, std::stol(growth));
+    std::wstring handle = Environment(L"TONEWRIGHT_STAND_IN_HANDLE");
+    if (!handle.empty())
+        SetEvent(reinterpret_cast<HANDLE>(std::stoull(handle)));
     std::wstring startedAs = StartedAs(exchange);
     WriteWhole(folder + L"started_as.txt", startedAs.data(), startedAs.size() * sizeof(wchar_t),
                CREATE_ALWAYS);
