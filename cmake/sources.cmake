@@ -122,6 +122,8 @@ set(foundation_tests_portable
     tests/foundation/utf8_decoder_test.cpp)
 set(foundation_tests_windows
     tests/foundation/codepage_windows_test.cpp
+    tests/foundation/com_owners_test.cpp
+    tests/foundation/module_instance_test.cpp
     tests/foundation/ndisk_test.cpp
     tests/foundation/ndropfiles_test.cpp
     tests/foundation/nfile_test.cpp
@@ -132,7 +134,8 @@ set(foundation_tests_windows
     tests/foundation/nprocess_test.cpp
     tests/foundation/nrandom_test.cpp
     tests/foundation/nreg_test.cpp
-    tests/foundation/ntempfile_test.cpp)
+    tests/foundation/ntempfile_test.cpp
+    tests/foundation/unique_handle_test.cpp)
 
 set(codec_tests_portable
     tests/codec/tag_record_test.cpp)
