@@ -13,7 +13,6 @@ namespace {
 using TagLib::ByteVector;
 using TagLib::String;
 using TagLib::StringList;
-using TagLib::ID3v2::Frame;
 using TagLib::ID3v2::Tag;
 using TextFrame = TagLib::ID3v2::TextIdentificationFrame;
 using UserText = TagLib::ID3v2::UserTextIdentificationFrame;

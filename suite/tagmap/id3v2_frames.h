@@ -35,6 +35,11 @@ public:
     // A frame of a link alone. WFED is one by its letter, and has a text.
     static bool IsLink(const TagLib::ByteVector& id) { return id[0] == 'W' && id != "WFED"; }
 
+    // The frame's bytes mean something else without flags that the library does
+    // not write.
+    static bool NeedsFlags(const Frame& frame) {
+        return HeaderOf(frame)->encryption() || HeaderOf(frame)->groupingIdentity();
+    }
     // The format's wish that a program that doesn't know the frame drops it,
     // and the library's mark for what it won't write.
     static void Keep(Frame& frame) { HeaderOf(frame)->setTagAlterPreservation(false); }

@@ -215,10 +215,10 @@ std::unique_ptr<Frame> MakeFrame(const NString& name, const StringList& values, 
     std::unique_ptr<Frame> frame = KnownFrame(name, version);
     if (frame && Fill(*frame, values, version))
         return frame;
-    const String description = FrameAccess::UserTextDescription(ToTagLib(name));
-    frame = DescribedFrame<UserText>(description, version);
-    Fill(*frame, values, version);
-    return frame;
+    auto text = std::make_unique<UserText>(TextEncodingOf(version));
+    text->setDescription(FrameAccess::UserTextDescription(ToTagLib(name)));
+    text->setText(FieldsFor(values, version));
+    return text;
 }
 
 // One value each, if there are as many; a comment or lyrics in several

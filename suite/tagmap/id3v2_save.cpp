@@ -5,7 +5,7 @@
 #include <id3v1genres.h>
 #include <textidentificationframe.h>
 
-#include <memory>
+#include <algorithm>
 
 namespace tagmap {
 
@@ -167,6 +167,12 @@ void KeepFlaggedFrames(Tag& tag) {
 int Id3v2VersionToWrite(const Tag* tag) {
     return tag && tag->header()->majorVersion() >= Id3v2NewVersion ? Id3v2NewVersion
                                                                    : Id3v2OldVersion;
+}
+
+bool Id3v2SurvivesSave(const Tag& tag) {
+    const Frames frames = FramesOf(tag);
+    return std::none_of(frames.begin(), frames.end(),
+                        [](const Frame* frame) { return FrameAccess::NeedsFlags(*frame); });
 }
 
 void PrepareId3v2Save(Tag& tag, int version) {

@@ -30,6 +30,10 @@ inline constexpr int Id3v2NewVersion = 4; // ID3v2.4
 // tag that is yet to be made (null).
 int Id3v2VersionToWrite(const TagLib::ID3v2::Tag* tag);
 
+// False if the tag has encrypted or grouped frames: the library saves them
+// without the flags that say so, which makes them unreadable.
+bool Id3v2SurvivesSave(const TagLib::ID3v2::Tag& tag);
+
 void ReadId3v2(const TagLib::ID3v2::Tag& tag, clTagRecord& record);
 
 // Does what `changes` says, pictures included, for a tag that is then saved in

@@ -323,6 +323,24 @@ TEST(Id3v2Tags, FramesThatAskToBeDroppedStay) {
     }
 }
 
+TEST(Id3v2Tags, ATagWithEncryptedOrGroupedFramesDoesNotSurviveASave) {
+    struct FlaggedTag {
+        int Version;
+        std::string Flags;
+        bool Survives;
+    };
+    const FlaggedTag tags[] = {
+        {3, std::string("\0\0", 2), true},    {3, std::string("\xe0\0", 2), true},
+        {3, std::string("\0\x40", 2), false}, {3, std::string("\0\x20", 2), false},
+        {4, std::string("\0\0", 2), true},    {4, std::string("\x70\0", 2), true},
+        {4, std::string("\0\x04", 2), false}, {4, std::string("\0\x40", 2), false}};
+    for (const FlaggedTag& flagged : tags) {
+        TagInFile file(TagBytes(flagged.Version, {{"XABC", "1unknown"}}, flagged.Flags));
+        ASSERT_EQ(file.Tag().frameList().size(), 1u);
+        EXPECT_EQ(Id3v2SurvivesSave(file.Tag()), flagged.Survives);
+    }
+}
+
 TEST(Id3v2Tags, WhatIsNotNamedStaysByteForByte) {
     const std::string chapter =
         std::string("ch1\0\0\0\0\1\0\0\0\2\xff\xff\xff\xff\xff\xff\xff\xff", 20);
