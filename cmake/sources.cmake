@@ -55,6 +55,7 @@ set(tagmap_windows
     suite/tagmap/flac_pictures.cpp
     suite/tagmap/format_tags.cpp
     suite/tagmap/id3v1_tags.cpp
+    suite/tagmap/id3v2_fields.cpp
     suite/tagmap/id3v2_frames.cpp
     suite/tagmap/id3v2_names.cpp
     suite/tagmap/id3v2_people.cpp

@@ -4,16 +4,19 @@
 #include "suite/tagmap/id3v2_tags.h"
 #include "suite/tagmap/tag_values.h"
 
+#include <id3v2synchdata.h>
 #include <textidentificationframe.h>
 
 namespace tagmap {
 
 namespace {
 
+namespace SynchData = TagLib::ID3v2::SynchData;
 using TagLib::ByteVector;
 using TagLib::String;
 using TagLib::StringList;
 using TagLib::ID3v2::Tag;
+using TagLib::ID3v2::UnknownFrame;
 using TextFrame = TagLib::ID3v2::TextIdentificationFrame;
 using UserText = TagLib::ID3v2::UserTextIdentificationFrame;
 
@@ -102,6 +105,11 @@ void PutUserTexts(Tag& tag, const String& description, const StringList& values,
 
 void RemoveUserTexts(Tag& tag, const String& description) {
     RemoveFrames(tag, UserTextFrames(tag, description));
+}
+
+UnknownFrame* MakeBytesFrame(const char* id, const ByteVector& bytes) {
+    const ByteVector flags(2, '\0');
+    return new UnknownFrame(ByteVector(id) + SynchData::fromUInt(bytes.size()) + flags + bytes);
 }
 
 } // namespace tagmap

@@ -3,6 +3,7 @@
 #include <id3v2frame.h>
 #include <id3v2tag.h>
 #include <tstringlist.h>
+#include <unknownframe.h>
 
 #include <vector>
 
@@ -87,5 +88,9 @@ TagLib::StringList UserTextsOf(const TagLib::ID3v2::Tag& tag, const TagLib::Stri
 void PutUserTexts(TagLib::ID3v2::Tag& tag, const TagLib::String& description,
                   const TagLib::StringList& values, int version);
 void RemoveUserTexts(TagLib::ID3v2::Tag& tag, const TagLib::String& description);
+
+// A frame of plain bytes, in the form of ID3v2.4; its header is made anew when it
+// is rendered. The caller gives it to a tag.
+TagLib::ID3v2::UnknownFrame* MakeBytesFrame(const char* id, const TagLib::ByteVector& bytes);
 
 } // namespace tagmap
