@@ -227,7 +227,7 @@ bool FillOneEach(const Frames& frames, const StringList& values, int version) {
     if (frames.size() < 2 || frames.size() != values.size())
         return false;
     for (const Frame* frame : frames)
-        if (dynamic_cast<const TextFrame*>(frame) || ValuesOf(*frame).size() != 1)
+        if (ValuesOf(*frame).size() != 1 || dynamic_cast<const TextFrame*>(frame))
             return false;
     bool filled = true;
     for (unsigned index = 0; index < values.size(); ++index)
@@ -236,7 +236,7 @@ bool FillOneEach(const Frames& frames, const StringList& values, int version) {
 }
 
 // The first of the frames gets the values, the others go.
-void WriteFrames(Tag& tag, Frames frames, const NString& name, const StringList& values,
+void WriteFrames(Tag& tag, const Frames& frames, const NString& name, const StringList& values,
                  int version) {
     if (FillOneEach(frames, values, version))
         return;
