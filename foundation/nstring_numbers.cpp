@@ -6,7 +6,7 @@
 
 namespace {
 constexpr int MaxDecimals = 18;
-constexpr double TwoTo63 = 9223372036854775808.0;
+constexpr double TwoTo64 = 18446744073709551616.0;
 // Wanted: rounds up only from 0.51 of the last place.
 constexpr double RoundingConstant = 0.49;
 
@@ -14,17 +14,9 @@ bool IsDigit(wchar_t unit) {
     return unit >= L'0' && unit <= L'9';
 }
 
-// Above 2 to the 63 that much is taken off in two steps at most, each of which
-// the 64-bit sum gets back; what is larger still counts as the largest.
+// What is too large counts as the largest.
 uint64_t TruncateToUInt64(double scaled) {
-    if (!(scaled < 2 * TwoTo63))
-        return UINT64_MAX;
-    uint64_t sum = 0;
-    for (int step = 0; step < 2 && scaled >= TwoTo63; ++step) {
-        scaled -= TwoTo63;
-        sum += uint64_t{1} << 63;
-    }
-    return sum + static_cast<uint64_t>(scaled);
+    return scaled < TwoTo64 ? static_cast<uint64_t>(scaled) : UINT64_MAX;
 }
 } // namespace
 
