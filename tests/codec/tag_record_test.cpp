@@ -135,14 +135,14 @@ TEST(TagRecord, AnEmptyValueStillTakesOneUnit) {
 
 TEST(TagRecord, ComesBackAsItWas) {
     clTagRecord record;
-    record.Add(L"artist", L"Bj\u00F6rk\r\u4E2D\u6587");
+    record.Add(L"artist", L"Bj\u00F6rk\r\u4E2D\u6587\u0100x");
     record.AddData(L"_albumart_1_front", "\0\1\2\377", 4);
     record.Add(L"", L"");
     record.Add(L"Artist", L"second");
     clTagRecord back;
     Parse(back, Serialised(record));
     ASSERT_EQ(back.Count(), 4);
-    EXPECT_EQ(back[0]->Value, L"Bj\u00F6rk\r\u4E2D\u6587");
+    EXPECT_EQ(back[0]->Value, L"Bj\u00F6rk\r\u4E2D\u6587\u0100x");
     EXPECT_EQ(back[1]->Name, L"_albumart_1_front");
     EXPECT_TRUE(back[1]->Data.Equals(record[1]->Data));
     EXPECT_EQ(back[3]->Name, L"Artist");
@@ -174,6 +174,27 @@ TEST(TagRecord, ABlockThatEndsInsideItsValueKeepsNameAndValue) {
     EXPECT_EQ(record[0]->Name, L"name");
     EXPECT_EQ(record[0]->Value, L"value");
     EXPECT_EQ(record[0]->Data.Size, 0u);
+}
+
+TEST(TagRecord, ABlockOneByteLongerThanItsNameKeepsItsValueAndEndsTheParse) {
+    Bytes block = Block(L"name", L"value");
+    block[0] = 4 + 2 * 5 + 1;
+    clTagRecord record;
+    Parse(record, Record(2, {block, Block(L"next", L"value")}));
+    ASSERT_EQ(record.Count(), 1);
+    EXPECT_EQ(record[0]->Name, L"name");
+    EXPECT_EQ(record[0]->Value, L"value");
+}
+
+TEST(TagRecord, NothingIsReadBehindABlockThatEndsInsideItsValue) {
+    // The last byte of the value's terminator and the next three would be a
+    // BlockSize of 256, and all that follows a whole block.
+    Bytes behind = {1, 0, 0};
+    PutText(behind, L"next");
+    behind.resize(255);
+    clTagRecord record;
+    Parse(record, Record(2, {Block(L"name", L"value", "", -1), behind}));
+    EXPECT_EQ(Names(record), L"name");
 }
 
 TEST(TagRecord, TheBlockSizeAloneTellsTheLengthOfTheData) {
@@ -218,6 +239,13 @@ TEST(TagRecord, ABlockSizeThatTheDataCutsOffEndsTheParse) {
         Parse(record, bytes);
         EXPECT_EQ(Names(record), L"a");
     }
+}
+
+TEST(TagRecord, ABlockOfItsSizeAloneYieldsAnElementWithoutAName) {
+    clTagRecord record;
+    Parse(record, Record(2, {Block(L"a", L"b"), {4, 0, 0, 0}}));
+    EXPECT_EQ(Names(record), L"a|");
+    EXPECT_EQ(record.Count(), 2);
 }
 
 TEST(TagRecord, ABlockOfNoSizeStillYieldsItsName) {

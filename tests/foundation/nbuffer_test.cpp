@@ -114,6 +114,14 @@ TEST(NBuffer, SetCopiesTheDataAndMarksItUsed) {
     EXPECT_TRUE(AllBytesAre(buffer, 8, 12, 0));
 }
 
+TEST(NBuffer, SetLeavesTheExtraBytesUnlessAsked) {
+    NBuffer buffer;
+    buffer.Set(Digits, 8);
+    buffer.Set(Digits, 2, 3);
+    EXPECT_EQ(buffer.Size, 5u);
+    EXPECT_EQ(memcmp(buffer.Data, Digits, 5), 0);
+}
+
 TEST(NBuffer, SetWithASumBeyondItsRangeLeavesNothing) {
     NBuffer buffer;
     buffer.Set(Digits, UINT32_MAX, 10);

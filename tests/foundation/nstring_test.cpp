@@ -36,6 +36,38 @@ TEST(NString, LiesInMemoryInItsOrderOfFields) {
     EXPECT_LT(offsetof(NString, Narrow), offsetof(NString, Capacity));
 }
 
+TEST(NString, TheLengthOfEveryResultCountsItsTerminator) {
+    NString text(L"abcdef");
+    EXPECT_EQ(text.Mid(2, 4).Length, 4);
+    EXPECT_EQ(text.Mid(5, 100).Length, 3);
+    EXPECT_EQ(text.Left(99).Length, 7);
+    EXPECT_EQ(text.Right(2).Length, 3);
+    EXPECT_EQ(text.From(4).Length, 4);
+    EXPECT_EQ(text.ToUpper().Length, 7);
+    EXPECT_EQ(text.ToLower().Length, 7);
+    EXPECT_EQ(text.Concat(L"gh").Length, 9);
+    text.Insert(L"xy", 3);
+    EXPECT_EQ(text.Length, 11);
+    text.Replace(L"xy", L"z");
+    EXPECT_EQ(text.Length, 10);
+    text.Delete(2, 4);
+    EXPECT_EQ(text.Length, 7);
+    text.RemoveRight(2);
+    EXPECT_EQ(text.Length, 5);
+    text.Delete(1, 9);
+    EXPECT_EQ(text.Length, 1);
+}
+
+TEST(NString, AtGivesZeroOutOfRange) {
+    NString text(L"abc");
+    text.SetLength(1, 0);
+    EXPECT_EQ(text.At(1), L'a');
+    EXPECT_EQ(text.At(0), 0);
+    EXPECT_EQ(text.At(2), 0);
+    EXPECT_EQ(text.At(3), 0);
+    EXPECT_EQ(text.RemoveAt(3), 0);
+}
+
 TEST(NString, ANullTextMakesAnEmptyString) {
     EXPECT_TRUE(NString(static_cast<const wchar_t*>(nullptr)).IsEmpty());
     EXPECT_TRUE(NString(static_cast<const char*>(nullptr)).IsEmpty());
@@ -91,6 +123,12 @@ TEST(NString, TextsMayLieInsideTheStringItself) {
     text = Repeated(L'a', 120);
     text.Append(text.Text);
     EXPECT_EQ(text, Repeated(L'a', 240));
+    text = Repeated(L'a', 500);
+    ASSERT_EQ(text.Capacity, text.Length);
+    text.Append(text.Text);
+    EXPECT_EQ(text, Repeated(L'a', 1000));
+    text = L"";
+    text.Append(Repeated(L'a', 240));
     text.Replace(text.Text, text.Text);
     EXPECT_EQ(text, Repeated(L'a', 240));
 }
@@ -144,6 +182,7 @@ TEST(NString, FindFromOutOfRangeFindsNothing) {
     EXPECT_EQ(text.Find(nullptr), 0);
     EXPECT_EQ(text.FindChar(L'a', 0), 0);
     EXPECT_EQ(text.FindChar(L'c', 4), 0);
+    EXPECT_EQ(text.FindChar(0), 0);
 }
 
 TEST(NString, FindCharGoesForward) {
@@ -181,6 +220,8 @@ TEST(NString, RemoveAtReturnsTheCharacter) {
     EXPECT_EQ(text.RemoveAt(3), 0);
     EXPECT_EQ(text.RemoveAt(0), 0);
     EXPECT_EQ(text, L"ac");
+    EXPECT_EQ(text.RemoveAt(1), L'a');
+    EXPECT_EQ(text, L"c");
     EXPECT_EQ(NString().RemoveAt(NEnd), 0);
 }
 
@@ -228,6 +269,8 @@ TEST(NString, AppendOfNothingDoesNothing) {
     NString text(L"abc");
     text.Append(static_cast<const wchar_t*>(nullptr));
     text.Append(L"");
+    text.Append(L"xyz", 0);
+    text.Append(L"xyz", -1);
     EXPECT_EQ(text, L"abc");
     text.Append(L"defgh", 2);
     EXPECT_EQ(text, L"abcde");

@@ -24,6 +24,7 @@ TEST(Utf8Decoder, WritesAQuestionMarkForWhatOneUnitCantHold) {
 
 TEST(Utf8Decoder, TakesTheLargestValueBelow65536AsItIs) {
     EXPECT_EQ(Decode("\xEF\xBF\xBF"), L"\xFFFF");
+    EXPECT_EQ(Decode("\xF0\x90\x80\x80"), L"?");
 }
 
 TEST(Utf8Decoder, PassesOverStrayContinuationBytes) {
