@@ -1,4 +1,5 @@
 #include "foundation/nreg.h"
+#include "foundation/unique_handle.h"
 #include "tests/support/nstring_printer.h"
 #include "tests/support/test_registry_key.h"
 
@@ -19,6 +20,59 @@ protected:
 
     TestRegistryKey key_;
     HKEY root_ = HKEY_CURRENT_USER;
+};
+
+// A key that grants everybody the access it is told to, and no other. Of that
+// the standard rights can't be relied on: an owner or an administrator has them
+// in any case.
+class RegistryAccess : public Registry {
+protected:
+    static constexpr REGSAM Query = 1;
+    static constexpr REGSAM Write = 0x20006;
+    static constexpr REGSAM All = 0xF003F;
+
+    void SetUp() override {
+        ASSERT_TRUE(NRegWriteDword(7, L"Number", root_, key_.Path()));
+        ASSERT_EQ(RegOpenKeyExW(root_, key_.Path(), 0, All, opened_.Put()), ERROR_SUCCESS);
+    }
+    void TearDown() override {
+        Grant(All);
+        Registry::TearDown();
+    }
+
+    void Grant(REGSAM access) {
+        DWORD everybody[SECURITY_MAX_SID_SIZE / sizeof(DWORD)];
+        DWORD size = sizeof(everybody);
+        ASSERT_TRUE(CreateWellKnownSid(WinWorldSid, nullptr, everybody, &size));
+        DWORD list[64];
+        auto* acl = reinterpret_cast<ACL*>(list);
+        ASSERT_TRUE(InitializeAcl(acl, sizeof(list), ACL_REVISION));
+        ASSERT_TRUE(AddAccessAllowedAce(acl, ACL_REVISION, access, everybody));
+        SECURITY_DESCRIPTOR descriptor;
+        ASSERT_TRUE(InitializeSecurityDescriptor(&descriptor, SECURITY_DESCRIPTOR_REVISION));
+        ASSERT_TRUE(SetSecurityDescriptorDacl(&descriptor, TRUE, acl, FALSE));
+        ASSERT_EQ(RegSetKeySecurity(opened_.Get(), DACL_SECURITY_INFORMATION, &descriptor),
+                  ERROR_SUCCESS);
+    }
+    // Calls `check` with each of the registry's own rights in `access` taken
+    // away in turn.
+    template <typename Check>
+    void WithoutEachOf(REGSAM access, Check check) {
+        for (REGSAM right = 1; right <= SPECIFIC_RIGHTS_ALL; right <<= 1) {
+            if (!(access & right))
+                continue;
+            SCOPED_TRACE(right);
+            Grant(All & ~right);
+            check();
+        }
+    }
+    // Past all functions under test.
+    bool IsThere(const wchar_t* name) {
+        return RegQueryValueExW(opened_.Get(), name, nullptr, nullptr, nullptr, nullptr) ==
+               ERROR_SUCCESS;
+    }
+
+    UniqueRegKey opened_;
 };
 } // namespace
 
@@ -182,4 +236,46 @@ TEST_F(Registry, WithoutASubKeyNothingIsTouched) {
 TEST_F(Registry, WithoutARootNothingIsWritten) {
     EXPECT_FALSE(NRegWriteDword(7, L"Number", nullptr, key_.Path()));
     EXPECT_FALSE(key_.Exists());
+}
+
+TEST_F(RegistryAccess, ReadingAsksForTheRightToQueryAlone) {
+    NRegWriteString(L"text", L"Text", root_, key_.Path());
+    NRegWriteBinary(L"Bytes", "ab", 2, root_, key_.Path());
+    auto reads = [&](bool expected) {
+        char bytes[2];
+        EXPECT_EQ(NRegReadDword(L"Number", root_, key_.Path()) == 7, expected);
+        EXPECT_EQ(NRegReadString(L"Text", root_, key_.Path()) == L"text", expected);
+        EXPECT_EQ(NRegGetBinary(L"Bytes", bytes, 2, root_, key_.Path()), expected);
+        EXPECT_EQ(NRegValueExists(L"Number", root_, key_.Path()), expected);
+        EXPECT_EQ(NRegValueSize(L"Number", root_, key_.Path()) == 4, expected);
+        EXPECT_EQ(NRegValueType(L"Number", root_, key_.Path()) == REG_DWORD, expected);
+    };
+    Grant(Query);
+    reads(true);
+    Grant(All & ~Query);
+    reads(false);
+}
+
+TEST_F(RegistryAccess, WritingAsksForTheRightsToWriteAlone) {
+    Grant(Write);
+    EXPECT_TRUE(NRegWriteDword(8, L"Other", root_, key_.Path()));
+    EXPECT_TRUE(NRegWriteString(L"text", L"Text", root_, key_.Path()));
+    NRegWriteBinary(L"Bytes", "ab", 2, root_, key_.Path());
+    EXPECT_TRUE(IsThere(L"Bytes"));
+    WithoutEachOf(Write, [&] {
+        EXPECT_FALSE(NRegWriteDword(8, L"Late", root_, key_.Path()));
+        EXPECT_FALSE(NRegWriteString(L"text", L"Late", root_, key_.Path()));
+        NRegWriteBinary(L"Late", "ab", 2, root_, key_.Path());
+        EXPECT_FALSE(IsThere(L"Late"));
+    });
+}
+
+TEST_F(RegistryAccess, DeletingAsksForAllRights) {
+    WithoutEachOf(All, [&] {
+        NRegDeleteValue(L"Number", root_, key_.Path());
+        EXPECT_TRUE(IsThere(L"Number"));
+    });
+    Grant(All);
+    NRegDeleteValue(L"Number", root_, key_.Path());
+    EXPECT_FALSE(IsThere(L"Number"));
 }
