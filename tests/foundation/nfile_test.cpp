@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <string>
 
 namespace {
@@ -58,6 +59,13 @@ TEST_F(Files, AFreshObjectHasNoHandle) {
     EXPECT_EQ(file.Path, L"");
     EXPECT_FALSE(file.ShowErrors);
     EXPECT_FALSE(file.OwnsHandle);
+}
+
+TEST_F(Files, TheFieldsStandInTheirOrder) {
+    EXPECT_EQ(offsetof(NFile, Path), 0u);
+    EXPECT_LT(offsetof(NFile, Path), offsetof(NFile, Handle));
+    EXPECT_LT(offsetof(NFile, Handle), offsetof(NFile, ShowErrors));
+    EXPECT_LT(offsetof(NFile, ShowErrors), offsetof(NFile, OwnsHandle));
 }
 
 TEST_F(Files, WhatIsWrittenIsRead) {
@@ -203,6 +211,17 @@ TEST_F(Files, ReadingAndWritingGoToAnEndFirstIfAsked) {
     bool failed = true;
     EXPECT_EQ(file.Read(buffer, 4, NFile::FromStart, failed), 4u);
     EXPECT_STREQ(buffer, "YZcX");
+}
+
+TEST_F(Files, ASeekThatFailsIsAFailureOfItsReadOrWrite) {
+    NFile file(Make("x"), GENERIC_READ | GENERIC_WRITE, OPEN_EXISTING, false, true);
+    constexpr int noOrigin = 3;
+    char buffer[1];
+    bool failed = false;
+    EXPECT_EQ(file.Read(buffer, 1, noOrigin, failed), 0u);
+    EXPECT_TRUE(failed);
+    EXPECT_FALSE(file.Write("y", 1, noOrigin));
+    EXPECT_EQ(Contents(file.Path), "x");
 }
 
 TEST_F(Files, WithoutMessagesAFailureIsInTheResultAlone) {

@@ -7,6 +7,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -31,6 +32,14 @@ protected:
     TempFolder folder_;
 };
 } // namespace
+
+TEST_F(FileFind, TheFieldsStandInTheirOrder) {
+    EXPECT_EQ(offsetof(NFileFind, Path), 0u);
+    EXPECT_LT(offsetof(NFileFind, Path), offsetof(NFileFind, FindData));
+    EXPECT_LT(offsetof(NFileFind, FindData), offsetof(NFileFind, Handle));
+    EXPECT_LT(offsetof(NFileFind, Handle), offsetof(NFileFind, Pattern));
+    EXPECT_LT(offsetof(NFileFind, Pattern), offsetof(NFileFind, FoldersOnly));
+}
 
 TEST_F(FileFind, FindsAllThatMatchesThePattern) {
     MakeFile(L"one.dll");
