@@ -9,9 +9,11 @@
 #include <gtest/gtest.h>
 
 #include <shlobj.h>
+#include <winternl.h>
 
 #include <map>
 #include <string>
+#include <utility>
 
 namespace {
 // What the platform of a test knows.
@@ -28,6 +30,35 @@ protected:
     static NString Get(int id, const wchar_t* fallback = nullptr) {
         return NGetSpecialFolderBy(Lookup, id, fallback);
     }
+};
+
+// While it lives, the loader knows this program's file by another name.
+class LoadedAs {
+public:
+    explicit LoadedAs(NString name)
+        : name_(std::move(name)), entry_(Entry()), old_(entry_.FullDllName) {
+        entry_.FullDllName.Buffer = name_.Text;
+        entry_.FullDllName.Length =
+            static_cast<USHORT>(static_cast<size_t>(name_.CharCount()) * sizeof(wchar_t));
+        entry_.FullDllName.MaximumLength =
+            static_cast<USHORT>(entry_.FullDllName.Length + sizeof(wchar_t));
+    }
+    ~LoadedAs() { entry_.FullDllName = old_; }
+    LoadedAs(const LoadedAs&) = delete;
+    LoadedAs& operator=(const LoadedAs&) = delete;
+
+private:
+    // The program itself comes first in the loader's list.
+    static LDR_DATA_TABLE_ENTRY& Entry() {
+        auto currentPeb = reinterpret_cast<PEB*(NTAPI*)()>(
+            GetProcAddress(GetModuleHandleW(L"ntdll"), "RtlGetCurrentPeb"));
+        LIST_ENTRY& modules = currentPeb()->Ldr->InMemoryOrderModuleList;
+        return *CONTAINING_RECORD(modules.Flink, LDR_DATA_TABLE_ENTRY, InMemoryOrderLinks);
+    }
+
+    NString name_;
+    LDR_DATA_TABLE_ENTRY& entry_;
+    UNICODE_STRING old_;
 };
 
 class DerivedFolders : public SpecialFolders {
@@ -134,6 +165,31 @@ TEST(ModuleFolder, AModulesPathLeadsToItsFile) {
     EXPECT_FALSE(isFolder);
     EXPECT_EQ(NGetFileName(NGetModulePath(GetModuleHandleW(L"kernel32"))).ToLower(),
               L"kernel32.dll");
+}
+
+TEST(ModuleFolder, AQuotedAnswerOfThePlatformGivesThePathWithoutItsQuotes) {
+    HINSTANCE instance = GetModuleHandleW(nullptr);
+    LoadedAs quoted(L"\"C:\\My Music\\a.exe\" /x \"y\"");
+    wchar_t answer[MAX_PATH] = {};
+    GetModuleFileNameW(instance, answer, MAX_PATH);
+    ASSERT_EQ(answer[0], L'"');
+    EXPECT_EQ(NGetModulePath(instance), L"C:\\My Music\\a.exe");
+    EXPECT_EQ(NGetModuleFolder(instance), L"C:\\My Music\\");
+}
+
+TEST(ModuleFolder, APathBelowAThousandUnitsIsKeptAndALongerOneIsCut) {
+    HINSTANCE instance = GetModuleHandleW(nullptr);
+    NString path(L"C:\\");
+    path.SetLength(999, L'x');
+    {
+        LoadedAs longest(path);
+        EXPECT_EQ(NGetModulePath(instance), path);
+    }
+    NString longer(path);
+    longer.SetLength(2000, L'y');
+    LoadedAs tooLong(longer);
+    EXPECT_EQ(NGetModulePath(instance).Left(999), path);
+    EXPECT_LE(NGetModulePath(instance).CharCount(), 1000);
 }
 
 TEST(ModuleFolder, AModulesFolderEndsInABackslash) {
