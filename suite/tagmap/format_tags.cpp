@@ -126,6 +126,10 @@ class FlacTags : public FormatTags {
 public:
     explicit FlacTags(TagLib::FLAC::File& file) : file_(file) {}
 
+    bool CanBeWritten() override {
+        return !file_.hasID3v2Tag() || Id3v2SurvivesSave(*file_.ID3v2Tag());
+    }
+
     NString EncoderOfStream() const override {
         return file_.hasXiphComment() ? ToNString(file_.xiphComment()->vendorID()) : NString();
     }
@@ -288,6 +292,10 @@ public:
         : file_(file), usesId3_(file.hasID3v2Tag()), usesInfo_(file.hasInfoTag()),
           version_(Id3v2VersionToWrite(usesId3_ ? file.ID3v2Tag() : nullptr)) {}
 
+    bool CanBeWritten() override {
+        return !file_.hasID3v2Tag() || Id3v2SurvivesSave(*file_.ID3v2Tag());
+    }
+
     void Read(clTagRecord& record) override {
         if (usesId3_)
             ReadId3v2(*file_.ID3v2Tag(), record);
@@ -301,10 +309,10 @@ public:
         Refusals byInfo;
         if (usesInfo_)
             SetRiffInfo(*file_.InfoTag(), changes, byInfo);
+        if (byInfo.Names().Count > 0)
+            usesId3_ = true;
         if (usesId3_)
             SetChunk(changes, byInfo, refused);
-        else if (byInfo.Names().Count > 0)
-            SetRefusedInChunk(changes, byInfo, refused);
     }
 
     void Delete(const NStringList& names) override {
@@ -336,16 +344,6 @@ private:
         }
     }
 
-    void SetRefusedInChunk(clTagRecord& changes, const Refusals& byInfo, Refusals& refused) {
-        clTagRecord rest;
-        for (int index = 0; index < changes.Count(); ++index) {
-            if (byInfo.Contains(changes[index]->Name))
-                rest.AddCopy(*changes[index]);
-        }
-        usesId3_ = true;
-        SetChunk(rest, byInfo, refused);
-    }
-
     File& file_;
     bool usesId3_;
     bool usesInfo_;
@@ -357,6 +355,10 @@ class AiffTags : public FormatTags {
 public:
     explicit AiffTags(AiffFile& file)
         : file_(file), version_(Id3v2VersionToWrite(file.hasID3v2Tag() ? file.tag() : nullptr)) {}
+
+    bool CanBeWritten() override {
+        return !file_.hasID3v2Tag() || Id3v2SurvivesSave(*file_.tag());
+    }
 
     void Read(clTagRecord& record) override {
         ReadId3v2(*file_.tag(), record);
@@ -416,6 +418,10 @@ private:
 class TrueAudioTags : public FormatTags {
 public:
     explicit TrueAudioTags(TagLib::TrueAudio::File& file) : file_(file) {}
+
+    bool CanBeWritten() override {
+        return !file_.hasID3v2Tag() || Id3v2SurvivesSave(*file_.ID3v2Tag());
+    }
 
     void Read(clTagRecord& record) override {
         if (file_.hasID3v2Tag())

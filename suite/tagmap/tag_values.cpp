@@ -7,6 +7,14 @@ namespace tagmap {
 namespace {
 constexpr wchar_t ValueSeparator = L'\r';
 constexpr wchar_t SingleFieldSeparator[] = L"; ";
+
+// A line end inside a value must not look like the end of a part.
+NString WithoutCarriageReturns(const TagLib::String& value) {
+    NString text = ToNString(value);
+    text.Replace(L"\r\n", L"\n");
+    text.Replace(L"\r", L"\n");
+    return text;
+}
 } // namespace
 
 NString ToNString(const TagLib::String& text) {
@@ -40,7 +48,7 @@ NString JoinValues(const TagLib::StringList& values) {
             continue;
         if (!joined.IsEmpty())
             joined.InsertChar(ValueSeparator);
-        joined.Append(ToNString(value));
+        joined.Append(WithoutCarriageReturns(value));
     }
     return joined;
 }
