@@ -1,6 +1,7 @@
 #include "foundation/ndropfiles.h"
 
 #include "foundation/com_owners.h"
+#include "foundation/unique_handle.h"
 
 #include <shlobj.h>
 
@@ -12,13 +13,6 @@ namespace {
 constexpr UINT CountQuery = 0xFFFFFFFF;
 // More than the two terminators of a cut text, wherever its last unit begins.
 constexpr size_t EndBytes = 4 * sizeof(wchar_t);
-
-struct GlobalMemoryTraits {
-    using Handle = HGLOBAL;
-    static Handle None() { return nullptr; }
-    static void Free(Handle handle) { GlobalFree(handle); }
-};
-using UniqueGlobalMemory = UniqueHandle<GlobalMemoryTraits>;
 
 // Whether the block has a header, and the header leads into it.
 bool IsDropList(const void* bytes, size_t size) {

@@ -99,3 +99,10 @@ struct LocalMemoryTraits {
     static void Free(Handle handle) { LocalFree(handle); }
 };
 using UniqueLocalMemory = UniqueHandle<LocalMemoryTraits>;
+
+struct GlobalMemoryTraits {
+    using Handle = HGLOBAL;
+    static Handle None() { return nullptr; }
+    static void Free(Handle handle) { GlobalFree(handle); }
+};
+using UniqueGlobalMemory = UniqueHandle<GlobalMemoryTraits>;

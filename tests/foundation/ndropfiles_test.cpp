@@ -11,13 +11,6 @@
 #include <vector>
 
 namespace {
-struct GlobalMemoryTraits {
-    using Handle = HGLOBAL;
-    static Handle None() { return nullptr; }
-    static void Free(Handle handle) { GlobalFree(handle); }
-};
-using UniqueGlobalMemory = UniqueHandle<GlobalMemoryTraits>;
-
 // The block that a shell hands over: a header, then the paths, each with a
 // terminator, and a further one.
 UniqueGlobalMemory MakeDrop(const std::vector<std::wstring>& paths) {
