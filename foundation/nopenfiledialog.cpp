@@ -5,7 +5,6 @@
 #include <commdlg.h>
 
 #include <algorithm>
-#include <cstring>
 #include <memory>
 
 namespace {

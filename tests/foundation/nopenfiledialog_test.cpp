@@ -52,14 +52,16 @@ protected:
             }
             main = dialog;
             title_ = TextOf(dialog);
+            owner_ = GetWindow(dialog, GW_OWNER);
             HWND name = NameControl(dialog);
             offered_ = TextOf(name);
+            filter_ = TextOf(GetDlgItem(dialog, cmb1));
             if (typed)
                 SetWindowTextW(name, typed);
             Press(dialog, button);
         });
         bool chosen = NOpenFileDialog(list_, L"Choose a picture", flags, L"Music\r*.mp3", nullptr,
-                                      folder_.Path().Text, initialFile, nullptr);
+                                      folder_.Path().Text, initialFile, wantedOwner_);
         EXPECT_EQ(complaint_, L"");
         return chosen;
     }
@@ -79,8 +81,11 @@ protected:
 
     TempFolder folder_;
     NStringList list_;
+    HWND wantedOwner_ = nullptr;
+    HWND owner_ = nullptr;
     NString title_;
     NString offered_;
+    NString filter_;
     NString complaint_; // the caption of a box that came up instead
 };
 } // namespace
@@ -165,9 +170,38 @@ TEST_F(OpenFileDialog, MultiSelectWithOneFileGivesItsFullPathOnce) {
     EXPECT_EQ(*list_[0], folder_.File(L"a.mp3"));
 }
 
+TEST_F(OpenFileDialog, MultiSelectHasRoomForManyNames) {
+    constexpr int count = 40;
+    NString typed;
+    for (int number = 0; number < count; ++number) {
+        NString name = NString::FromInt(1000 + number).Concat(L" with a longish name, mine.mp3");
+        NFile(folder_.File(name.Text), GENERIC_WRITE, CREATE_ALWAYS, false, true);
+        typed.Append(NQuote(name).Concat(L" "));
+    }
+    ASSERT_GT(typed.CharCount(), 1000);
+    EXPECT_TRUE(Run(OFN_ALLOWMULTISELECT, nullptr, typed.Text, IDOK));
+    ASSERT_EQ(list_.Count, count);
+    EXPECT_EQ(*list_[count - 1], folder_.File(L"1039 with a longish name, mine.mp3"));
+}
+
+TEST_F(OpenFileDialog, StandsBeforeItsOwner) {
+    HWND owner = CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, nullptr,
+                                 nullptr);
+    wantedOwner_ = owner;
+    EXPECT_FALSE(Run(0, nullptr, nullptr, IDCANCEL));
+    EXPECT_EQ(owner_, owner);
+    DestroyWindow(owner);
+}
+
+TEST_F(OpenFileDialog, OffersItsFilter) {
+    EXPECT_FALSE(Run(0, nullptr, nullptr, IDCANCEL));
+    EXPECT_EQ(filter_, L"Music");
+}
+
 TEST_F(OpenFileDialog, AnInitialFileThatIsTooLongIsCut) {
     NString name;
     name.SetLength(3000, L'x');
     EXPECT_FALSE(Run(0, name.Text, nullptr, IDCANCEL));
     EXPECT_EQ(list_.Count, 0);
+    EXPECT_EQ(offered_, name.Left(999));
 }
