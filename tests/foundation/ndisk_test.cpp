@@ -132,6 +132,25 @@ TEST_F(Disk, APathTheLimitsRuleOutMakesNoFolder) {
     EXPECT_EQ(NCreateFolders(L""), 0);
 }
 
+TEST_F(Disk, AFileThatCanBeOpenedMayBeTooLongForAllElse) {
+    // Written with the prefix, so that the limits tell at all.
+    for (int length : {247, 248, 259}) {
+        NString path(L"\\\\?\\");
+        path.Append(folder_.File(L"f"));
+        path.SetLength(length, L'f');
+        bool fits = length < 248;
+        ASSERT_TRUE(NFile(path, GENERIC_WRITE, CREATE_ALWAYS, false, true).IsOpen());
+        bool failed = false;
+        NGetFileSize(path, failed);
+        EXPECT_EQ(failed, !fits);
+        bool isFolder = false;
+        EXPECT_EQ(NPathExists(path, isFolder), fits);
+        EXPECT_EQ(NSetFileAttributes(path, FILE_ATTRIBUTE_READONLY, 0), fits);
+        EXPECT_EQ(NDeleteFile(path), fits);
+        EXPECT_EQ(Exists(path), !fits);
+    }
+}
+
 TEST_F(Disk, AFileIsDeleted) {
     NString path = MakeFile(L"file");
     EXPECT_TRUE(NDeleteFile(path));
