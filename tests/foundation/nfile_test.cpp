@@ -121,6 +121,15 @@ TEST_F(Files, ClosingLeavesAHandleThatIsNotOwned) {
     EXPECT_FALSE(failed);
 }
 
+TEST_F(Files, OpeningAgainLeavesTheOldHandleToItsHolder) {
+    NFile file(Make("x"), GENERIC_READ, OPEN_EXISTING, false, true);
+    UniqueFileHandle old(file.Handle);
+    file.Open(GENERIC_READ, OPEN_EXISTING, false, true);
+    ASSERT_TRUE(file.IsOpen());
+    EXPECT_NE(file.Handle, old.Get());
+    EXPECT_EQ(GetFileSize(old.Get(), nullptr), 1u);
+}
+
 TEST_F(Files, TheEndOfAnObjectClosesItsFile) {
     NString path = Make("x");
     { NFile file(path, GENERIC_READ, OPEN_EXISTING, false, false); }
