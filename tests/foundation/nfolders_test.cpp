@@ -151,6 +151,13 @@ TEST(PlatformFolders, TheTempFolderIsThatOfTheEnvironment) {
     EXPECT_EQ(NGetSpecialFolder(0x5003), NAppendBackslash(folder.Path()));
 }
 
+TEST(PlatformFolders, ATempFolderTooLongForItsBufferIsNone) {
+    NString tooLong(L"C:\\");
+    tooLong.SetLength(300, L'x');
+    ScopedEnvironment temp(L"TMP", tooLong.Text);
+    EXPECT_EQ(NGetTempFolder(), L"C:\\Temp\\");
+}
+
 TEST_F(SpecialFolders, WithoutATempFolderThereIsAFixedOne) {
     EXPECT_EQ(NGetTempFolderBy(Lookup), L"C:\\Temp\\");
     known = {{0x5003, L"D:\\T"}};

@@ -4,6 +4,7 @@
 #include "foundation/nfolders.h"
 #include "foundation/npath.h"
 #include "foundation/ntempfile.h"
+#include "tests/support/message_box_driver.h"
 #include "tests/support/nstring_printer.h"
 #include "tests/support/scoped_environment.h"
 #include "tests/support/temp_folder.h"
@@ -106,8 +107,10 @@ TEST_F(TempFiles, WhenNoFileCanBeMadeThePathStandsAllTheSame) {
     NString inTheWay = folder_.File(L"file");
     { NFile file(inTheWay, GENERIC_WRITE, CREATE_ALWAYS, false, true); }
     ScopedEnvironment temp(L"TMP", folder_.File(L"file\\below").Text);
+    MessageBoxDriver driver;
     NTempFile file("tNP");
     EXPECT_FALSE(file.IsEmpty());
     EXPECT_FALSE(Exists(file));
     EXPECT_FALSE(NFile(file, GENERIC_READ, OPEN_EXISTING, false, true).IsOpen());
+    EXPECT_TRUE(driver.Boxes().empty());
 }
