@@ -7,6 +7,8 @@ namespace {
 constexpr DWORD WaitStepMs = 250;
 constexpr DWORD PauseMs = 25;
 
+static_assert(sizeof(STARTUPINFOW) == 104);
+
 bool HasEnded(HANDLE process, DWORD waitMs) {
     return WaitForSingleObject(process, waitMs) != WAIT_TIMEOUT;
 }
