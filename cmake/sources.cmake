@@ -199,13 +199,17 @@ set(querytrackdata_tests_windows
     tests/querytrackdata/safe_write_test.cpp
     tests/querytrackdata/test_files.cpp)
 set(shellhost_tests_windows
+    tests/shellhost/commands_test.cpp
+    tests/shellhost/console_test.cpp
     tests/shellhost/drop_data_object_test.cpp
     tests/shellhost/drop_list_test.cpp
     tests/shellhost/element_argument_test.cpp
     tests/shellhost/format_enumerator_test.cpp
+    tests/shellhost/full_path_test.cpp
     tests/shellhost/module_host_test.cpp
     tests/shellhost/program_test.cpp
     tests/shellhost/tag_check_test.cpp
+    tests/shellhost/tag_reading_test.cpp
     tests/shellhost/tag_text_test.cpp)
 
 # The lists stand above as seen from the root; folders further down use them too.

@@ -14,20 +14,33 @@ std::string Utf8Line(const NString& text) {
     return line + "\n";
 }
 
-void Write(DWORD stream, const NString& text) {
-    std::string line = Utf8Line(text);
-    DWORD written = 0;
-    WriteFile(GetStdHandle(stream), line.data(), static_cast<DWORD>(line.size()), &written,
-              nullptr);
+// A pipe may take less at a time than it is given.
+bool Write(DWORD stream, std::string_view bytes) noexcept {
+    HANDLE handle = GetStdHandle(stream);
+    if (!handle || handle == INVALID_HANDLE_VALUE)
+        return true;
+    while (!bytes.empty()) {
+        DWORD written = 0;
+        if (!WriteFile(handle, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr) ||
+            written == 0)
+            return false;
+        bytes.remove_prefix(written);
+    }
+    return true;
 }
 } // namespace
 
 namespace Console {
-void Line(const NString& text) {
-    Write(STD_OUTPUT_HANDLE, text);
+bool Line(const NString& text) {
+    return Write(STD_OUTPUT_HANDLE, Utf8Line(text));
 }
 
 void Error(const NString& text) {
+    Write(STD_ERROR_HANDLE, Utf8Line(text));
+}
+
+void LastWords(std::string_view text) noexcept {
     Write(STD_ERROR_HANDLE, text);
+    Write(STD_ERROR_HANDLE, "\n");
 }
 } // namespace Console

@@ -17,12 +17,11 @@ bool Report(const NString& name) {
 }
 
 bool NamedAreGone(clTagRecord& before, clTagRecord& after, const NStringList& names) {
-    bool gone = true;
-    for (int index = 0; index < names.Count; ++index) {
-        if (!IsGone(before, after, *names[index]))
-            gone = Report(*names[index]);
-    }
-    return gone;
+    NStringList left;
+    FindLeft(before, after, names, left);
+    for (int index = 0; index < left.Count; ++index)
+        Report(*left[index]);
+    return left.Count == 0;
 }
 
 bool AllAreGone(clTagRecord& after) {

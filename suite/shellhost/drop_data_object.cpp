@@ -3,8 +3,6 @@
 #include "suite/shellhost/drop_list.h"
 #include "suite/shellhost/format_enumerator.h"
 
-#include <new>
-
 namespace {
 class DropDataObject final : public IDataObject {
 public:
@@ -84,5 +82,5 @@ private:
 } // namespace
 
 ComPtr<IDataObject> MakeDropDataObject(const NStringList& paths) {
-    return ComPtr<IDataObject>(new (std::nothrow) DropDataObject(paths));
+    return ComPtr<IDataObject>(new DropDataObject(paths));
 }

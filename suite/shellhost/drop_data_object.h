@@ -6,5 +6,6 @@
 // The data object of a selection of files: one format, CF_HDROP in global
 // memory, which the receiver owns. Lives in the apartment that made it.
 //
-// The result holds one reference; null if there is no memory for it.
+// The result holds one reference, and is never null: without memory for it
+// std::bad_alloc is thrown. Its own operations throw nothing.
 ComPtr<IDataObject> MakeDropDataObject(const NStringList& paths);

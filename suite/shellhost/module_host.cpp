@@ -67,7 +67,7 @@ bool ModuleHost::Select(const NStringList& paths) {
     if (FAILED(result))
         return Fail(L"the module's object has no IShellExtInit", result);
     ComPtr<IDataObject> data = MakeDropDataObject(paths);
-    result = data ? init->Initialize(nullptr, data.Get(), nullptr) : E_OUTOFMEMORY;
+    result = init->Initialize(nullptr, data.Get(), nullptr);
     if (FAILED(result))
         return Fail(L"the module refuses the selection", result);
     return true;

@@ -5,7 +5,7 @@
 #include "suite/shellhost/module_host.h"
 #include "suite/shellhost/session.h"
 
-#include <exception>
+#include <cwchar>
 
 namespace {
 constexpr wchar_t ModuleOption[] = L"--module";
@@ -69,11 +69,12 @@ int Run(int count, const wchar_t* const* arguments) {
 }
 } // namespace
 
-int RunShellHost(int count, const wchar_t* const* arguments) {
+int RunShellHost(int count, const wchar_t* const* arguments) noexcept {
     try {
         return Run(count, arguments);
-    } catch (const std::exception&) {
-        Console::Error(L"shellhost: out of memory");
+    } catch (...) {
+        // Nothing but a lack of memory throws here.
+        Console::LastWords("shellhost: out of memory");
         return ExitFailed;
     }
 }

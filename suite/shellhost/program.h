@@ -11,4 +11,4 @@ inline constexpr int ExitUsage = 2;
 
 // The whole program: `arguments` are those of wmain, its own name first.
 // Returns an exit code; no exception leaves it.
-int RunShellHost(int count, const wchar_t* const* arguments);
+int RunShellHost(int count, const wchar_t* const* arguments) noexcept;

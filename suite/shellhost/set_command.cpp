@@ -33,10 +33,11 @@ int RunSetCommand(ModuleHost& module, const Arguments& arguments) {
     clTagRecord changes;
     NString problem;
     for (int index = 1; index < arguments.count; ++index) {
-        if (!TakeElementArgument(arguments[index], changes, problem)) {
-            Console::Error(problem);
-            return ExitUsage;
-        }
+        ArgumentResult result = TakeElementArgument(arguments[index], changes, problem);
+        if (result == ArgumentResult::Taken)
+            continue;
+        Console::Error(problem);
+        return result == ArgumentResult::WrongForm ? ExitUsage : ExitFailed;
     }
     NString path = FullPath(arguments[0]);
     NStringList selection;

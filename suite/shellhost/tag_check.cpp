@@ -2,6 +2,8 @@
 
 #include "suite/shellhost/element_argument.h"
 
+#include <set>
+
 namespace {
 bool SameParts(const NString& first, const NString& second) {
     NStringList a;
@@ -19,22 +21,37 @@ bool SameValue(const NString& wanted, const NString& found) {
     return SameParts(wanted, found) || found == joined;
 }
 
-// The elements that hold bytes under a name of the same kind.
+// Whether one element of the kind of `wanted`, a picture or not, has its bytes
+// and, unless it is a picture, its name.
 bool HoldsBytes(clTagRecord& tag, const clTagElement& wanted) {
+    bool isPicture = IsPictureName(wanted.Name);
     for (int index = 0; index < tag.Count(); ++index) {
         const clTagElement* element = tag[index];
-        if (IsBinaryName(element->Name) && element->Data.Equals(wanted.Data))
+        bool sameKind = isPicture ? IsPictureName(element->Name)
+                                  : element->Name.Compare(wanted.Name, 0, true) == 0;
+        if (sameKind && element->Data.Equals(wanted.Data))
             return true;
     }
     return false;
 }
 
 int CountPictures(clTagRecord& tag) {
-    constexpr wchar_t Prefix[] = L"_albumart_";
-    constexpr int PrefixLength = 10;
     int count = 0;
     for (int index = 0; index < tag.Count(); ++index)
-        count += tag[index]->Name.Compare(Prefix, PrefixLength, true) == 0;
+        count += IsPictureName(tag[index]->Name);
+    return count;
+}
+
+// How many pictures of `tag` the names stand for. A number counts once.
+int CountNamedPictures(clTagRecord& tag, const NStringList& names) {
+    std::set<int> named;
+    for (int index = 0; index < names.Count; ++index)
+        named.insert(PictureNumber(*names[index]));
+    int count = 0;
+    for (int index = 0; index < tag.Count(); ++index) {
+        const NString& name = tag[index]->Name;
+        count += IsPictureName(name) && named.count(PictureNumber(name));
+    }
     return count;
 }
 } // namespace
@@ -48,8 +65,13 @@ bool HoldsElement(clTagRecord& tag, const clTagElement& wanted) {
     return found && SameValue(wanted.Value, found->Value);
 }
 
-bool IsGone(clTagRecord& before, clTagRecord& after, const NString& name) {
-    if (!before.Find(name.Text) || !IsBinaryName(name))
-        return !after.Find(name.Text);
-    return CountPictures(after) < CountPictures(before) || !after.Find(name.Text);
+void FindLeft(clTagRecord& before, clTagRecord& after, const NStringList& names,
+              NStringList& left) {
+    int wentAtLeast = CountNamedPictures(before, names);
+    bool picturesWent = CountPictures(before) - CountPictures(after) >= wentAtLeast;
+    for (int index = 0; index < names.Count; ++index) {
+        const NString& name = *names[index];
+        if (IsPictureName(name) ? !picturesWent : after.Find(name.Text) != nullptr)
+            left.Add(name);
+    }
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "codec/tag_record.h"
+#include "foundation/nlists.h"
 
 // Whether a tag that was read back holds what was asked for.
 //
@@ -10,6 +11,7 @@
 // element that was asked for without value and data must be absent.
 bool HoldsElement(clTagRecord& tag, const clTagElement& wanted);
 
-// Whether the element `name` went from `before` to `after`. Pictures close
-// up when one goes: for these the number of pictures tells.
-bool IsGone(clTagRecord& before, clTagRecord& after, const NString& name);
+// Appends to `left` each of `names` that did not go from `before` to `after`.
+// A picture is named by its number, and the others close up when one goes: as
+// many must have gone as were named and there, else all named ones are left.
+void FindLeft(clTagRecord& before, clTagRecord& after, const NStringList& names, NStringList& left);

@@ -6,6 +6,18 @@
 #include "suite/shellhost/tag_text.h"
 
 namespace {
+// The whole of one file's text, or as much as can be written.
+bool PrintTag(const NString& path, clTagRecord& tag) {
+    bool written = Console::Line(path);
+    for (int index = 0; index < tag.Count() && written; ++index)
+        written = Console::Line(NString(L"  ").Concat(ElementLine(*tag[index]).Text));
+    if (tag.Count() == 0 && written)
+        written = Console::Line(L"  (no tag)");
+    if (!written)
+        Console::Error(L"shellhost: the output can't be written");
+    return written;
+}
+
 bool ShowTag(const NString& path) {
     clTagRecord tag;
     NString problem;
@@ -13,12 +25,7 @@ bool ShowTag(const NString& path) {
         Console::Error(problem);
         return false;
     }
-    Console::Line(path);
-    for (int index = 0; index < tag.Count(); ++index)
-        Console::Line(NString(L"  ").Concat(ElementLine(*tag[index]).Text));
-    if (tag.Count() == 0)
-        Console::Line(L"  (no tag)");
-    return true;
+    return PrintTag(path, tag);
 }
 } // namespace
 

@@ -82,6 +82,24 @@ TEST_F(DropDataObjectTest, TakesNoDataAndNoAdvice) {
     EXPECT_EQ(data_->GetDataHere(&format_, &medium), E_NOTIMPL);
     DWORD connection = 0;
     EXPECT_EQ(data_->DAdvise(&format_, 0, nullptr, &connection), OLE_E_ADVISENOTSUPPORTED);
+    EXPECT_EQ(data_->DUnadvise(1), OLE_E_ADVISENOTSUPPORTED);
+    ComPtr<IEnumSTATDATA> connections;
+    EXPECT_EQ(data_->EnumDAdvise(connections.Put()), OLE_E_ADVISENOTSUPPORTED);
+    EXPECT_FALSE(connections);
+}
+
+TEST_F(DropDataObjectTest, HasNoOtherFormOfItsFormatForADevice) {
+    DVTARGETDEVICE device = {};
+    FORMATETC canonical = {};
+    canonical.ptd = &device;
+    EXPECT_EQ(data_->GetCanonicalFormatEtc(&format_, &canonical), E_NOTIMPL);
+    EXPECT_EQ(canonical.ptd, nullptr);
+    EXPECT_EQ(data_->GetCanonicalFormatEtc(&format_, nullptr), E_INVALIDARG);
+}
+
+TEST_F(DropDataObjectTest, RefusesToAnswerIntoNothing) {
+    EXPECT_EQ(data_->EnumFormatEtc(DATADIR_GET, nullptr), E_INVALIDARG);
+    EXPECT_EQ(data_->QueryInterface(IID_IDataObject, nullptr), E_POINTER);
 }
 
 TEST_F(DropDataObjectTest, IsItselfUnderBothItsInterfacesAndCountsThem) {

@@ -40,3 +40,23 @@ TEST(FormatEnumerator, ACloneGoesOnFromTheSamePlace) {
     EXPECT_EQ(clone->Next(1, &format, nullptr), S_FALSE);
     EXPECT_EQ(formats->Next(1, &format, nullptr), S_OK);
 }
+
+TEST(FormatEnumerator, RefusesToAnswerIntoNothing) {
+    ComPtr<IEnumFORMATETC> formats = MakeDropFormatEnumerator();
+    ULONG count = 0;
+    EXPECT_EQ(formats->Next(1, nullptr, &count), E_INVALIDARG);
+    EXPECT_EQ(formats->Clone(nullptr), E_INVALIDARG);
+    EXPECT_EQ(formats->QueryInterface(IID_IEnumFORMATETC, nullptr), E_POINTER);
+}
+
+TEST(FormatEnumerator, IsItselfUnderBothItsInterfacesAndCountsThem) {
+    ComPtr<IEnumFORMATETC> formats = MakeDropFormatEnumerator();
+    ComPtr<IUnknown> unknown;
+    ASSERT_EQ(formats->QueryInterface(IID_IUnknown, unknown.PutVoid()), S_OK);
+    EXPECT_EQ(unknown.Get(), formats.Get());
+    ComPtr<IUnknown> stranger;
+    EXPECT_EQ(formats->QueryInterface(IID_IDataObject, stranger.PutVoid()), E_NOINTERFACE);
+    EXPECT_FALSE(stranger);
+    EXPECT_EQ(formats->AddRef(), 3u);
+    EXPECT_EQ(formats->Release(), 2u);
+}

@@ -1,6 +1,9 @@
 #include "suite/shellhost/tag_check.h"
+#include "tests/support/nstring_printer.h"
 
 #include <gtest/gtest.h>
+
+#include <initializer_list>
 
 namespace {
 bool Holds(const wchar_t* found, const wchar_t* wanted) {
@@ -15,6 +18,23 @@ bool Holds(const wchar_t* found, const wchar_t* wanted) {
 void AddPictures(clTagRecord& tag, int count) {
     for (int number = 1; number <= count; ++number)
         tag.AddData(NString(L"_albumart_").Concat(NString::FromInt(number).Text).Text, &number, 4);
+}
+
+NString Left(clTagRecord& before, clTagRecord& after, std::initializer_list<const wchar_t*> names) {
+    NStringList all;
+    for (const wchar_t* name : names)
+        all.Add(name);
+    NStringList left;
+    FindLeft(before, after, all, left);
+    return left.Join(L"|");
+}
+
+NString LeftOfPictures(int before, int after, std::initializer_list<const wchar_t*> names) {
+    clTagRecord first;
+    clTagRecord second;
+    AddPictures(first, before);
+    AddPictures(second, after);
+    return Left(first, second, names);
 }
 } // namespace
 
@@ -51,20 +71,51 @@ TEST(TagCheck, APictureIsFoundByItsBytesUnderAnyNumber) {
     EXPECT_FALSE(HoldsElement(tag, element));
 }
 
+TEST(TagCheck, BytesOfAnotherKindAreNotThoseAskedFor) {
+    clTagElement picture;
+    picture.Name = L"_albumart_1";
+    picture.Data.Set("bytes", 5);
+    clTagElement contents = picture;
+    contents.Name = L"_cdtoc";
+    clTagRecord tag;
+    tag.AddCopy(contents);
+    EXPECT_FALSE(HoldsElement(tag, picture));
+    EXPECT_TRUE(HoldsElement(tag, contents));
+    tag.Clear();
+    tag.AddCopy(picture);
+    EXPECT_FALSE(HoldsElement(tag, contents));
+    EXPECT_TRUE(HoldsElement(tag, picture));
+}
+
 TEST(TagCheck, ADeletedElementMustBeAbsent) {
     clTagRecord before;
     clTagRecord after;
     before.Add(L"title", L"x");
-    EXPECT_TRUE(IsGone(before, after, L"title"));
-    after.Add(L"title", L"x");
-    EXPECT_FALSE(IsGone(before, after, L"title"));
+    before.Add(L"artist", L"y");
+    EXPECT_EQ(Left(before, after, {L"title", L"artist"}), L"");
+    after.Add(L"Title", L"x");
+    EXPECT_EQ(Left(before, after, {L"title", L"artist"}), L"title");
 }
 
 TEST(TagCheck, OfDeletedPicturesTheNumberTells) {
-    clTagRecord three;
-    clTagRecord two;
-    AddPictures(three, 3);
-    AddPictures(two, 2);
-    EXPECT_TRUE(IsGone(three, two, L"_albumart_1"));
-    EXPECT_FALSE(IsGone(three, three, L"_albumart_1"));
+    EXPECT_EQ(LeftOfPictures(3, 2, {L"_albumart_1"}), L"");
+    EXPECT_EQ(LeftOfPictures(3, 3, {L"_albumart_1"}), L"_albumart_1");
+    EXPECT_EQ(LeftOfPictures(3, 1, {L"_albumart_1", L"_albumart_2"}), L"");
+    EXPECT_EQ(LeftOfPictures(3, 2, {L"_albumart_1", L"_albumart_2"}), L"_albumart_1|_albumart_2");
+}
+
+TEST(TagCheck, APictureThatWasNotThereOrIsNamedTwiceCountsNoFurther) {
+    EXPECT_EQ(LeftOfPictures(2, 2, {L"_albumart_3"}), L"");
+    EXPECT_EQ(LeftOfPictures(2, 1, {L"_albumart_1", L"_albumart_3"}), L"");
+    EXPECT_EQ(LeftOfPictures(2, 1, {L"_albumart_1", L"_ALBUMART_1_Front Album Cover"}), L"");
+    EXPECT_EQ(LeftOfPictures(12, 11, {L"_albumart_1"}), L"");
+}
+
+TEST(TagCheck, APictureThatWentIsNotTakenForOtherBytes) {
+    clTagRecord before;
+    clTagRecord after;
+    before.AddData(L"_cdtoc", "toc", 3);
+    after.CopyFrom(before);
+    AddPictures(before, 1);
+    EXPECT_EQ(Left(before, after, {L"_cdtoc", L"_albumart_1"}), L"_cdtoc");
 }
