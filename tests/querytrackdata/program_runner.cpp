@@ -31,8 +31,10 @@ StartedProgram::StartedProgram(const std::wstring& commandLine, const std::wstri
     startup.hStdError = error.Get();
     PROCESS_INFORMATION started{};
     std::wstring line = commandLine;
+    // Without a console: under Wine the host of one outlives a program that is
+    // killed, and keeps the output of this test's process open.
     BOOL done = CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE,
-                               CREATE_NO_WINDOW | NORMAL_PRIORITY_CLASS, nullptr, nullptr, &startup,
+                               DETACHED_PROCESS | NORMAL_PRIORITY_CLASS, nullptr, nullptr, &startup,
                                &started);
     EXPECT_TRUE(done) << "error " << GetLastError();
     process_.Reset(started.hProcess);
