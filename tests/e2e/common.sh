@@ -1,12 +1,12 @@
 # shellcheck shell=bash disable=SC2034
 # To be sourced with the suite's folder as $1: what the tests of the finished
-# programs share. Each test works in a folder of its own, "$work", on copies.
+# programs share. Each test works in a folder of its own, "$work", on copies of
+# the samples, which tools/make-samples has made.
 set -u
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 root=$(cd "$here/../.." && pwd)
 suite=$1
 samples=$root/build/samples
-"$root/tools/make-samples" || exit 1
 mkdir -p "$root/build/e2e"
 # A blank and letters beyond ASCII are in every path.
 work=$(mktemp -d "$root/build/e2e/Prüfung 音.XXXXXX")
@@ -28,25 +28,31 @@ shellhost() {
     "$root/tools/wine" "$suite/shellhost.exe" --module "$(windows_path "$suite/tNWShell.DLL")" "$@" </dev/null
 }
 
-# expect_element NAME VALUE FILE: the element's line is shown.
-expect_element() {
-    local shown
-    shown=$(shellhost tags "$3")
-    grep -qxF "  $1: $2" <<<"$shown" || {
-        echo "$shown"
-        fail "no line \"$1: $2\""
+# ask FILE QUESTION...: what programs of others find, for `answer`. Each start of
+# one costs, so all questions between two changes are asked at once.
+ask() { answers=$(/usr/bin/python3 "$here/foreign_reader.py" "$@") || fail "the foreign reader"; }
+
+# answer QUESTION: the answers of the last ask, one a line.
+answer() { sed -n "s/^$1: //p" <<<"$answers"; }
+
+# expect_foreign NAME TEXT: another program has found the text, as a value or as
+# a part of one.
+expect_foreign() {
+    [[ $(answer "$1") == *"$2"* ]] || {
+        echo "$answers"
+        fail "no other program finds \"$2\" as $1"
     }
 }
 
-foreign() { /usr/bin/python3 "$here/foreign_reader.py" "$@"; }
+# expect_none NAME: no other program has found an element of that name.
+expect_none() { [ -z "$(answer "$1")" ] || fail "the $1 is still found"; }
 
-# expect_foreign NAME TEXT FILE: another program finds the text, as a value or
-# as a part of one.
-expect_foreign() {
-    local found
-    found=$(foreign tag "$3" "$1")
-    [[ $found == *"$2"* ]] || {
-        echo "$found"
-        fail "no other program finds \"$2\" as $1"
+# expect_element NAME VALUE FILE SHOWN: the element's line is in the file's part
+# of what `shellhost tags` has shown.
+expect_element() {
+    awk -v path="$(windows_path "$3" | sed 's/\\/\\\\/g')" \
+        '/^[^ ]/ { inside = $0 == path } inside' <<<"$4" | grep -qxF "  $1: $2" || {
+        echo "$4"
+        fail "no line \"$1: $2\" for $3"
     }
 }

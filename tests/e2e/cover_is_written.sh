@@ -5,11 +5,13 @@
 file=$work/$2
 cp "$samples/$2" "$file" || exit 1
 cp "$samples/odd/back.jpg" "$work/Bild ä.jpg"
-sound=$(foreign audio "$file")
+ask "$file" audio
+sound=$(answer audio)
 
 shellhost set "$file" "_albumart_1_Front Album Cover=@$(windows_path "$work/Bild ä.jpg")" ||
     fail "set: exit code $?"
-[ "$(foreign cover "$file")" = "$(md5sum <"$samples/odd/back.jpg" | cut -c1-32)" ] ||
+ask "$file" cover audio title
+[ "$(answer cover)" = "$(md5sum <"$samples/odd/back.jpg" | cut -c1-32)" ] ||
     fail "another program finds another picture"
-[ "$(foreign audio "$file")" = "$sound" ] || fail "the sound has changed"
-expect_foreign title Klang "$file"
+[ "$(answer audio)" = "$sound" ] || fail "the sound has changed"
+expect_foreign title Klang

@@ -4,18 +4,21 @@
 . "$(dirname "$0")/common.sh"
 file=$work/$2
 cp "$samples/$2" "$file" || exit 1
-sound=$(foreign audio "$file")
-cover=$(foreign cover "$file")
+ask "$file" audio cover
+sound=$(answer audio)
+cover=$(answer cover)
 
 shellhost delete "$file" album comment || fail "delete: exit code $?"
-[ -z "$(foreign tag "$file" album)" ] || fail "the album is still found"
-expect_foreign title Klang "$file"
-[ "$(foreign cover "$file")" = "$cover" ] || fail "the cover has changed"
-[ "$(foreign audio "$file")" = "$sound" ] || fail "the sound has changed"
+ask "$file" audio cover album title
+expect_none album
+expect_foreign title Klang
+[ "$(answer cover)" = "$cover" ] || fail "the cover has changed"
+[ "$(answer audio)" = "$sound" ] || fail "the sound has changed"
 
 shellhost delete "$file" || fail "delete all: exit code $?"
+ask "$file" audio cover artist title genre
 for name in artist title genre; do
-    [ -z "$(foreign tag "$file" "$name")" ] || fail "the $name is still found"
+    expect_none $name
 done
-[ "$(foreign cover "$file")" = none ] || fail "the cover is still found"
-[ "$(foreign audio "$file")" = "$sound" ] || fail "the sound has changed with all deleted"
+[ "$(answer cover)" = none ] || fail "the cover is still found"
+[ "$(answer audio)" = "$sound" ] || fail "the sound has changed with all deleted"

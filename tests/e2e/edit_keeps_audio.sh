@@ -4,21 +4,23 @@
 . "$(dirname "$0")/common.sh"
 file=$work/$2
 cp "$samples/$2" "$file" || exit 1
-sound=$(foreign audio "$file")
-cover=$(foreign cover "$file")
+ask "$file" audio cover
+sound=$(answer audio)
+cover=$(answer cover)
 [[ $sound == MD5=* ]] || fail "the sample can't be decoded"
 
 shellhost set "$file" "title=Neue Töne 新しい" "album=Plain Album" "composer=Zoë Ünal" \
     "artist=Anna Ångström" "artist=王芳" || fail "set: exit code $?"
 
-expect_foreign title "Neue Töne 新しい" "$file"
-expect_foreign album "Plain Album" "$file"
-expect_foreign composer "Zoë Ünal" "$file"
-expect_foreign artist "Anna Ångström" "$file"
-expect_foreign artist "王芳" "$file"
-expect_element genre Ambient "$file"
-[ "$(foreign audio "$file")" = "$sound" ] || fail "the sound has changed"
-[ "$(foreign cover "$file")" = "$cover" ] || fail "the cover has changed"
+ask "$file" audio cover title album composer artist
+expect_foreign title "Neue Töne 新しい"
+expect_foreign album "Plain Album"
+expect_foreign composer "Zoë Ünal"
+expect_foreign artist "Anna Ångström"
+expect_foreign artist "王芳"
+expect_element genre Ambient "$file" "$(shellhost tags "$file")"
+[ "$(answer audio)" = "$sound" ] || fail "the sound has changed"
+[ "$(answer cover)" = "$cover" ] || fail "the cover has changed"
 [ "$(ls "$work")" = "$2" ] || fail "left behind: $(ls "$work")"
 
 # A second time the file has nothing to be changed.

@@ -1,14 +1,16 @@
 #!/usr/bin/python3
-"""foreign_reader.py tag FILE NAME | cover FILE | audio FILE
+"""foreign_reader.py FILE QUESTION...
 
 What programs that have nothing to do with this suite find in an audio file:
 ffprobe and ffmpeg, and exiftool, since these show no pictures of an Ogg FLAC, no
 APE tag of an MP3, and no second value of an MP4 file, and mutagen, since neither
 shows a second value of an APE item. (mutagen is a package of Debian's Python.)
 
-tag    the texts of that name, one a line
-cover  the md5 of the first picture's bytes, or "none"
-audio  the md5 of the decoded sound
+Each answer is a line "QUESTION: ANSWER". The questions:
+
+audio          the md5 of the decoded sound
+cover          the md5 of the first picture's bytes, or "none"
+anything else  the texts of the element of that name, none or several
 """
 
 import hashlib
@@ -41,31 +43,37 @@ def ffprobe_tags(path):
             for name, value in section.get("tags", {}).items()]
 
 
-def exiftool_tags(path, name):
-    found = json.loads(output("exiftool", "-json", "-a", "-G4", f"-{name}", path) or "[{}]")
-    return [str(value) for key, value in found[0].items() if key != "SourceFile"]
+def exiftool_tags(path, names):
+    """The names of what it finds have the number of a copy in front."""
+    found = json.loads(output("exiftool", "-json", "-a", "-G4", *(f"-{name}" for name in names),
+                              path) or "[{}]")
+    return [(key.rpartition(":")[2].lower(), str(value)) for key, value in found[0].items()]
 
 
-def ape_values(path, name):
+def ape_tags(path):
     try:
-        return list(mutagen.apev2.APEv2(path).get(name, []))
+        return [(name.lower(), value) for name, values in mutagen.apev2.APEv2(path).items()
+                if values.kind == mutagen.apev2.TEXT for value in values]
     except mutagen.apev2.APENoHeaderError:
         return []
 
 
-def show_tag(path, name):
-    names = NATIVE_NAMES.get(name, {name})
-    texts = [value for found, value in ffprobe_tags(path) if found in names]
-    for text in texts + exiftool_tags(path, name) + ape_values(path, name):
-        print(text)
+def find_texts(path, names):
+    """Of each name, what was found."""
+    if not names:
+        return {}
+    ffprobe = ffprobe_tags(path)
+    others = exiftool_tags(path, names) + ape_tags(path)
+    return {name: [value for found, value in ffprobe if found in NATIVE_NAMES.get(name, {name})]
+                  + [value for found, value in others if found == name]
+            for name in names}
 
 
-def show_cover(path):
+def find_cover(path):
     picture = (output("ffmpeg", "-v", "error", "-i", path, "-map", "0:v:0", "-c", "copy",
                       "-f", "image2pipe", "-")
-               or output("exiftool", "-b", "-Picture", path)
-               or output("exiftool", "-b", "-CoverArtFront", path))
-    print(hashlib.md5(picture).hexdigest() if picture else "none")
+               or output("exiftool", "-b", "-Picture", "-CoverArtFront", path))
+    return hashlib.md5(picture).hexdigest() if picture else "none"
 
 
 def without_tags_at_end(data):
@@ -79,18 +87,23 @@ def without_tags_at_end(data):
     return data
 
 
-def show_audio(path):
+def find_audio(path):
     command = ("ffmpeg", "-v", "error", "-i", "pipe:0" if path.endswith(".mp3") else path,
                "-map", "0:a", "-f", "md5", "-")
     with open(path, "rb") as file:
         frames = without_tags_at_end(file.read())
     done = subprocess.run(command, input=frames if path.endswith(".mp3") else b"",
                           stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, check=False)
-    sys.stdout.buffer.write(done.stdout)
+    return done.stdout.decode().strip()
 
 
-def main(question, *arguments):
-    {"tag": show_tag, "cover": show_cover, "audio": show_audio}[question](*arguments)
+def main(path, *questions):
+    not_texts = {"audio": find_audio, "cover": find_cover}
+    texts = find_texts(path, [name for name in questions if name not in not_texts])
+    for question in questions:
+        answers = texts[question] if question in texts else [not_texts[question](path)]
+        for line in (line for answer in answers for line in answer.splitlines()):
+            print(f"{question}: {line}")
 
 
 if __name__ == "__main__":
