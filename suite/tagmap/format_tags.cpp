@@ -356,9 +356,7 @@ public:
     explicit AiffTags(AiffFile& file)
         : file_(file), version_(Id3v2VersionToWrite(file.hasID3v2Tag() ? file.tag() : nullptr)) {}
 
-    bool CanBeWritten() override {
-        return !file_.hasID3v2Tag() || Id3v2SurvivesSave(*file_.tag());
-    }
+    bool CanBeWritten() override { return !file_.hasID3v2Tag() || Id3v2SurvivesSave(*file_.tag()); }
 
     void Read(clTagRecord& record) override {
         ReadId3v2(*file_.tag(), record);
