@@ -177,13 +177,16 @@ set(tagmap_tests_windows
     tests/tagmap/id3v1_tags_test.cpp
     tests/tagmap/id3v2_pictures_test.cpp
     tests/tagmap/id3v2_tags_test.cpp
+    tests/tagmap/mapping_table_test.cpp
     tests/tagmap/mp4_boxes_test.cpp
     tests/tagmap/mp4_tags_test.cpp
+    tests/tagmap/mpeg_frames_test.cpp
     tests/tagmap/ogg_flac_pictures_test.cpp
     tests/tagmap/pictures_test.cpp
     tests/tagmap/rating_test.cpp
     tests/tagmap/riff_info_tags_test.cpp
     tests/tagmap/tag_file_test.cpp
+    tests/tagmap/tag_values_test.cpp
     tests/tagmap/vorbis_tags_test.cpp)
 set(querytrackdata_tests_windows
     tests/faults/kill_test.cpp

@@ -35,16 +35,6 @@ void PrintTo(const Expected& expected, std::ostream* out) {
 }
 
 class FormatOfSample : public testing::TestWithParam<Expected> {};
-
-Bytes Mp3Frame() {
-    // MPEG 1, layer III, 128 kbit/s, 44100 Hz: 417 bytes.
-    Bytes frame(417, 0x55);
-    frame[0] = 0xFF;
-    frame[1] = 0xFB;
-    frame[2] = 0x90;
-    frame[3] = 0x00;
-    return frame;
-}
 } // namespace
 
 TEST_P(FormatOfSample, IsFoundByItsContent) {
@@ -106,20 +96,6 @@ TEST(FormatOf, ATextIsNoAudioWhateverItsExtension) {
     EXPECT_EQ(FormatAt(folder.Write(L"text.flac", BytesOf(text))), Format::Unknown);
     EXPECT_EQ(FormatAt(folder.Write(L"empty.mp3", {})), Format::Unknown);
     EXPECT_EQ(FormatAt(folder.Write(L"short.mp3", BytesOf("\xFF\xFB"))), Format::Unknown);
-}
-
-TEST(FormatOf, ThreeFramesInARowAreMpegAudio) {
-    TestFolder folder;
-    const Bytes three = Mp3Frame() + Mp3Frame() + Mp3Frame();
-    EXPECT_EQ(FormatAt(folder.Write(L"three", three)), Format::Mpeg);
-    EXPECT_EQ(FormatAt(folder.Write(L"late", BytesOf("some bytes in front") + three)),
-              Format::Mpeg);
-}
-
-TEST(FormatOf, ASingleFrameNeedsTheExtension) {
-    TestFolder folder;
-    EXPECT_EQ(FormatAt(folder.Write(L"one.mp3", Mp3Frame())), Format::Mpeg);
-    EXPECT_EQ(FormatAt(folder.Write(L"one.bin", Mp3Frame())), Format::Unknown);
 }
 
 TEST(FormatOf, ContainersOfOtherThingsAreNoAudio) {
