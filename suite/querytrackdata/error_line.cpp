@@ -52,6 +52,8 @@ void ErrorLine::Print() const {
         WideCharToMultiByte(CP_UTF8, 0, line.Text, line.CharCount(), nullptr, 0, nullptr, nullptr);
     NBuffer bytes;
     bytes.Resize(static_cast<uint32_t>(size));
+    if (!bytes.Data)
+        return;
     WideCharToMultiByte(CP_UTF8, 0, line.Text, line.CharCount(),
                         reinterpret_cast<char*>(bytes.Data), size, nullptr, nullptr);
     DWORD written = 0;

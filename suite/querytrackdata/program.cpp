@@ -82,17 +82,24 @@ bool Run(int count, const wchar_t* const* arguments, ErrorLine& error) {
     return CarryOut(request, error);
 }
 
+// Takes no memory: there may be none.
+void PrintLastWords() noexcept {
+    static constexpr char words[] =
+        "QueryTrackData: the request needs more than the system gives\r\n";
+    DWORD written = 0;
+    WriteFile(GetStdHandle(STD_ERROR_HANDLE), words, sizeof(words) - 1, &written, nullptr);
+}
+
 } // namespace
 
-int RunQueryTrackData(int count, const wchar_t* const* arguments) {
-    ErrorLine error;
-    bool done = false;
+int RunQueryTrackData(int count, const wchar_t* const* arguments) noexcept {
     try {
-        done = Run(count, arguments, error);
+        ErrorLine error;
+        const bool done = Run(count, arguments, error);
+        error.Print();
+        return done ? 0 : 1;
     } catch (...) {
-        // Most of all, too little memory for a large file's tag.
-        done = error.Fail(L"the request needs more than the system gives");
+        PrintLastWords();
+        return 1;
     }
-    error.Print();
-    return done ? 0 : 1;
 }

@@ -69,8 +69,13 @@ public:
         return copied;
     }
 
-    bool MoveOver(const NString& original) {
+    // `mayReplace` is asked in front of each attempt: whoever made an attempt
+    // fail may have changed the file by the next.
+    template <typename Question>
+    bool MoveOver(const NString& original, Question mayReplace) {
         for (int attempt = 1;; ++attempt) {
+            if (!mayReplace())
+                return false;
             if (MoveFileExW(path_.c_str(), original.c_str(),
                             MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
                 present_ = false;
@@ -115,6 +120,8 @@ public:
         // 5. Make the copy, change it, and look whether it came out right.
         if (!MakeCopy(copy) || !edit_.Apply(copy.Path().c_str(), error_))
             return false;
+        // Asked again, now that the edit knows what the format refuses: a request
+        // of nothing else leaves the file alone.
         if (edit_.IsDone(realPath_.c_str()))
             return true;
         if (!edit_.Check(realPath_.c_str(), copy.Path().c_str(), error_))
@@ -185,10 +192,12 @@ private:
 
     bool PutInPlace(WorkingCopy& copy) {
         original_.Reset(); // no file that is open can be replaced
-        FileState now;
-        if (!GetFileState(realPath_, now) || !IsSameContent(before_, now))
-            return error_.Fail(L"the audio file was changed in the meantime", given_);
-        return copy.MoveOver(realPath_) || Fail(L"cannot replace the audio file");
+        const bool moved = copy.MoveOver(realPath_, [this] {
+            FileState now;
+            return (GetFileState(realPath_, now) && IsSameContent(before_, now)) ||
+                   error_.Fail(L"the audio file was changed in the meantime", given_);
+        });
+        return moved || Fail(L"cannot replace the audio file");
     }
 
     const wchar_t* given_;

@@ -39,15 +39,16 @@ constexpr bool IsDigit(wchar_t unit) {
 // exponent: false for all else.
 bool ParsePlainNumber(const NString& text, double& number) {
     double value = 0;
-    double place = 0; // of the next fraction digit, 0 in front of the point
+    double place = 0.1; // of the next fraction digit
+    bool behindPoint = false;
     bool hasDigit = false;
     for (int position = 1; position <= text.CharCount(); ++position) {
         const wchar_t unit = text.At(position);
-        if (unit == L'.' && place == 0) {
-            place = 0.1;
+        if (unit == L'.' && !behindPoint) {
+            behindPoint = true;
         } else if (!IsDigit(unit)) {
             return false;
-        } else if (place == 0) {
+        } else if (!behindPoint) {
             value = value * 10 + (unit - L'0');
             hasDigit = true;
         } else {
