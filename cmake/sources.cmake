@@ -1,6 +1,6 @@
-# Every source file of the tree, once. The Windows build compiles all of it;
-# the native build under sanitizers takes the lists named *_portable, which
-# hold no file that includes windows.h.
+# The sources of all libraries and their tests, once. The Windows build compiles
+# all of them; the native build under sanitizers takes the lists named
+# *_portable, which hold no file that includes windows.h.
 #
 # A room's list names its library; <room>_tests its test program.
 

@@ -5,6 +5,7 @@ namespace tagmap {
 namespace {
 // clang-format off
 constexpr clMappingRow Rows[] = {
+    // element         ID3v2            Vorbis comment  MP4               ASF                     APE              RIFF INFO
     {L"artist",       L"TPE1",         L"ARTIST",      L"\251ART",        L"Author",              L"Artist",       L"IART"},
     {L"title",        L"TIT2",         L"TITLE",       L"\251nam",        L"Title",               L"Title",        L"INAM"},
     {L"album",        L"TALB",         L"ALBUM",       L"\251alb",        L"WM/AlbumTitle",       L"Album",        L"IPRD"},
