@@ -150,8 +150,10 @@ bool NFile::ReadUnit(bool wide, NString& unit) {
         return false;
     if (wide)
         unit.Assign(&wideUnit, 1);
-    else
+    else if (narrowUnit[0])
         unit = NString(narrowUnit);
+    else
+        unit.Assign(L"", 1); // a zero byte is a unit too
     return true;
 }
 

@@ -92,23 +92,29 @@ void NPtrList::SortRange(CompareItems compare, intptr_t context, int first, int 
 // NStringList
 
 void NStringList::Add(const wchar_t* text, int64_t value) {
-    NPtrList::Add(new NString(text, value));
+    InsertItem(-1, std::make_unique<NString>(text, value));
 }
 
 void NStringList::Add(const NString& text, int64_t value) {
-    NString* item = new NString();
+    auto item = std::make_unique<NString>();
     item->Assign(text.Text, text.Length - 1);
     item->Value = value;
-    NPtrList::Add(item);
+    InsertItem(-1, std::move(item));
 }
 
 void NStringList::Add(const char* text, int64_t value) {
-    NPtrList::Add(new NString(text, false, value));
+    InsertItem(-1, std::make_unique<NString>(text, false, value));
 }
 
 void NStringList::InsertAt(int index, const wchar_t* text, int64_t value) {
     if (index >= -1)
-        NPtrList::InsertAt(index, new NString(text, value));
+        InsertItem(index, std::make_unique<NString>(text, value));
+}
+
+// The item is the list's only once it has room for it.
+void NStringList::InsertItem(int index, std::unique_ptr<NString> item) {
+    NPtrList::InsertAt(index, item.get());
+    item.release();
 }
 
 void NStringList::RemoveAt(int index) {

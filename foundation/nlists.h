@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <cstring>
+#include <memory>
 #include <type_traits>
 
 // A growable array of pointers with room for 16 before it takes heap memory.
@@ -87,6 +88,9 @@ public:
     // as a zero. "[Empty]" becomes an empty item. A `size` that leaves no room
     // for one more unit within 32 bits yields an empty list.
     void FromMultiString(const void* bytes, uint32_t size, bool wide, wchar_t separator = 0);
+
+private:
+    void InsertItem(int index, std::unique_ptr<NString> item);
 };
 
 // A list of records that it owns, each with a key string at the same index.

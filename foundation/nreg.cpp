@@ -38,11 +38,12 @@ bool ReadRaw(const wchar_t* name, HKEY root, const wchar_t* subKey, DWORD expect
     UniqueRegKey key = OpenToRead(root, subKey);
     DWORD type = REG_NONE;
     DWORD length = size;
-    bool done = key && RegQueryValueExW(key.Get(), name, nullptr, &type, static_cast<BYTE*>(buffer),
-                                        &length) == ERROR_SUCCESS;
+    bool done = buffer && key &&
+                RegQueryValueExW(key.Get(), name, nullptr, &type, static_cast<BYTE*>(buffer),
+                                 &length) == ERROR_SUCCESS;
     if (done && type != expected && !(IsText(type) && IsText(expected)))
         done = false;
-    if (!done && size)
+    if (!done && buffer && size)
         memset(buffer, 0, size);
     return done;
 }

@@ -185,24 +185,26 @@ void NString::RemoveRight(int count) {
 }
 
 void NString::Insert(const wchar_t* text, int position) {
-    if (position == NEnd)
-        position = Length;
-    if (!text || position < 1 || position > Length)
+    if (!text)
         return;
     // A copy, since the text may lie behind the place of insertion.
     NString inserted(text);
-    int units = inserted.Length - 1;
-    if (Length + static_cast<int64_t>(units) > MaxUnits)
-        return;
-    Reserve(Length + units, InsertMargin);
-    CopyUnits(Text + position - 1 + units, Text + position - 1, Length - position + 1);
-    CopyUnits(Text + position - 1, inserted.Text, units);
-    Length += units;
+    InsertUnits(inserted.Text, inserted.Length - 1, position);
 }
 
 void NString::InsertChar(wchar_t character, int position) {
-    wchar_t text[2] = {character, 0};
-    Insert(text, position);
+    InsertUnits(&character, 1, position);
+}
+
+void NString::InsertUnits(const wchar_t* units, int count, int position) {
+    if (position == NEnd)
+        position = Length;
+    if (position < 1 || position > Length || Length + static_cast<int64_t>(count) > MaxUnits)
+        return;
+    Reserve(Length + count, InsertMargin);
+    CopyUnits(Text + position - 1 + count, Text + position - 1, Length - position + 1);
+    CopyUnits(Text + position - 1, units, count);
+    Length += count;
 }
 
 void NString::Append(const wchar_t* text, int length) {

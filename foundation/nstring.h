@@ -122,6 +122,7 @@ public:
     int32_t Capacity; // units available in Text
 
 private:
+    void InsertUnits(const wchar_t* units, int count, int position);
     void Reserve(int units, int extra);
     void DropHeapText();
 };

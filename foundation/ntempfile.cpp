@@ -35,11 +35,13 @@ NTempFile::NTempFile(const char* prefix, const char* suffix) {
     // 2.
     NString folder = NGetTempFolder();
     Assign(PlatformTempName(folder, start).Text);
-    if (IsEmpty())
+    const bool wasMade = !IsEmpty();
+    if (!wasMade)
         Assign(RandomTempName(folder, start).Text);
-    // 3.
+    // 3. A file of a random name that is there is somebody else's.
     if (suffix) {
-        NDeleteFile(*this);
+        if (wasMade)
+            NDeleteFile(*this);
         Append(NString(suffix));
     }
     // 4. and 5. The folder may be missing.

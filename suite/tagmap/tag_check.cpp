@@ -175,6 +175,7 @@ bool AllElements(clTagRecord& changes, const Refusals& refused, Question isRight
 
 std::vector<std::string> SortedContents(const std::vector<const NBuffer*>& pictures) {
     std::vector<std::string> contents;
+    contents.reserve(pictures.size());
     for (const NBuffer* picture : pictures)
         contents.emplace_back(reinterpret_cast<const char*>(picture->Data), picture->Size);
     std::sort(contents.begin(), contents.end());

@@ -309,6 +309,28 @@ TEST_F(Files, TheEndBehindACarriageReturnCountsAsTheEnd) {
     EXPECT_FALSE(withoutText.ReadLine(line, false));
 }
 
+TEST_F(Files, TheEndBehindACarriageReturnCountsAsTheEndInWideModeToo) {
+    NString line;
+    NFile withText(MakeWide(L"a\r"), GENERIC_READ, OPEN_EXISTING, false, true);
+    EXPECT_TRUE(withText.ReadLine(line, true));
+    EXPECT_EQ(line, L"a");
+    withText.Close();
+    NFile withoutText(MakeWide(L"\r"), GENERIC_READ, OPEN_EXISTING, false, true);
+    EXPECT_FALSE(withoutText.ReadLine(line, true));
+}
+
+TEST_F(Files, AZeroByteIsPartOfItsLine) {
+    NString line;
+    NFile inside(Make(std::string("a\0b\n", 4)), GENERIC_READ, OPEN_EXISTING, false, true);
+    EXPECT_TRUE(inside.ReadLine(line, false));
+    EXPECT_EQ(line.CharCount(), 3);
+    EXPECT_EQ(line.At(3), L'b');
+    inside.Close();
+    NFile alone(Make(std::string(1, '\0')), GENERIC_READ, OPEN_EXISTING, false, true);
+    EXPECT_TRUE(alone.ReadLine(line, false));
+    EXPECT_EQ(line.CharCount(), 1);
+}
+
 TEST_F(Files, LongLinesAreReadWhole) {
     NFile file(Make(std::string(3000, 'x') + "\n"), GENERIC_READ, OPEN_EXISTING, false, true);
     NString line;

@@ -265,6 +265,14 @@ TEST(NString, InsertCharPutsOneCharacter) {
     EXPECT_EQ(After(L"abc", [](NString& t) { t.InsertChar(L'x', 9); }), L"abc");
 }
 
+TEST(NString, InsertCharPutsAZeroUnitToo) {
+    NString text(L"abc");
+    text.InsertChar(0, 2);
+    EXPECT_EQ(text.Length, 5);
+    EXPECT_EQ(text.At(2), 0);
+    EXPECT_EQ(text.At(3), L'b');
+}
+
 TEST(NString, AppendOfNothingDoesNothing) {
     NString text(L"abc");
     text.Append(static_cast<const wchar_t*>(nullptr));
