@@ -59,6 +59,15 @@ void AddMissing(clTagRecord& record, clTagRecord& lesser) {
     record.Merge(lesser, false);
 }
 
+// What the tag that counts first has taken of a request. The lesser tags get no
+// more, or they would fall out of step with it.
+void TakeAccepted(clTagRecord& changes, const Refusals& refused, clTagRecord& accepted) {
+    for (int index = 0; index < changes.Count(); ++index) {
+        if (!refused.Contains(changes[index]->Name))
+            accepted.AddCopy(*changes[index]);
+    }
+}
+
 template <typename Reader, typename Tag>
 void AddMissingFrom(clTagRecord& record, Reader read, Tag& tag) {
     clTagRecord lesser;
@@ -76,8 +85,11 @@ public:
 
     // A damaged tag that claims more than the file would take the audio with it.
     bool CanBeWritten() override {
-        return !file_.hasID3v2Tag() || file_.ID3v2Tag()->header()->completeTagSize() <=
-                                           static_cast<unsigned long>(file_.length());
+        if (!file_.hasID3v2Tag())
+            return true;
+        const TagLib::ID3v2::Tag& tag = *file_.ID3v2Tag();
+        return Id3v2SurvivesSave(tag) &&
+               tag.header()->completeTagSize() <= static_cast<unsigned long>(file_.length());
     }
 
     void Read(clTagRecord& record) override {
@@ -91,11 +103,13 @@ public:
 
     void Set(clTagRecord& changes, Refusals& refused) override {
         Refusals ofLesser;
+        clTagRecord accepted;
         SetId3v2(*file_.ID3v2Tag(true), changes, version_, refused);
+        TakeAccepted(changes, refused, accepted);
         if (file_.hasAPETag())
-            SetApe(*file_.APETag(), changes, ofLesser);
+            SetApe(*file_.APETag(), accepted, ofLesser);
         if (file_.hasID3v1Tag())
-            SetId3v1(*file_.ID3v1Tag(), changes);
+            SetId3v1(*file_.ID3v1Tag(), accepted);
     }
 
     void Delete(const NStringList& names) override {
@@ -146,12 +160,14 @@ public:
 
     void Set(clTagRecord& changes, Refusals& refused) override {
         Refusals ofLesser;
+        clTagRecord accepted;
         SetVorbis(*file_.xiphComment(true), changes, refused);
         SetFlacPictures(file_, changes, refused);
+        TakeAccepted(changes, refused, accepted);
         if (file_.hasID3v2Tag())
-            SetId3v2(*file_.ID3v2Tag(), changes, NewVersion, ofLesser);
+            SetId3v2(*file_.ID3v2Tag(), accepted, NewVersion, ofLesser);
         if (file_.hasID3v1Tag())
-            SetId3v1(*file_.ID3v1Tag(), changes);
+            SetId3v1(*file_.ID3v1Tag(), accepted);
     }
 
     void Delete(const NStringList& names) override {
@@ -363,8 +379,10 @@ public:
         AddMissingFrom(record, ReadAiffTexts, file_);
     }
     void Set(clTagRecord& changes, Refusals& refused) override {
+        clTagRecord accepted;
         SetId3v2(*file_.tag(), changes, version_, refused);
-        SetAiffTexts(file_, changes);
+        TakeAccepted(changes, refused, accepted);
+        SetAiffTexts(file_, accepted);
     }
     void Delete(const NStringList& names) override {
         DeleteId3v2(*file_.tag(), names);
@@ -394,9 +412,11 @@ public:
     }
 
     void Set(clTagRecord& changes, Refusals& refused) override {
+        clTagRecord accepted;
         SetApe(*file_.APETag(true), changes, refused);
+        TakeAccepted(changes, refused, accepted);
         if (file_.hasID3v1Tag())
-            SetId3v1(*file_.ID3v1Tag(), changes);
+            SetId3v1(*file_.ID3v1Tag(), accepted);
     }
 
     void Delete(const NStringList& names) override {
@@ -429,9 +449,11 @@ public:
     }
 
     void Set(clTagRecord& changes, Refusals& refused) override {
+        clTagRecord accepted;
         SetId3v2(*file_.ID3v2Tag(true), changes, NewVersion, refused);
+        TakeAccepted(changes, refused, accepted);
         if (file_.hasID3v1Tag())
-            SetId3v1(*file_.ID3v1Tag(), changes);
+            SetId3v1(*file_.ID3v1Tag(), accepted);
     }
 
     void Delete(const NStringList& names) override {

@@ -59,10 +59,16 @@ bool SameNumbers(const NString& a, const NString& b) {
            first.Number == second.Number && first.Total == second.Total;
 }
 
+bool LacksText(LookedAtFile& file, const NString& name) {
+    const clTagElement* found = file.Record().Find(name.c_str());
+    return !found ||
+           (SameName(ToTagLib(name), L"encoder") && found->Value == file.Tags().EncoderOfStream());
+}
+
 bool HoldsText(LookedAtFile& file, const clTagElement& wanted) {
-    const clTagElement* found = file.Record().Find(wanted.Name.c_str());
     if (AsksRemoval(wanted))
-        return !found || found->Value == file.Tags().EncoderOfStream();
+        return LacksText(file, wanted.Name);
+    const clTagElement* found = file.Record().Find(wanted.Name.c_str());
     if (!found)
         return false;
     if (wanted.Data.Size > 0)
@@ -114,12 +120,6 @@ bool HoldsPicture(LookedAtFile& file, const clTagElement& wanted) {
     return std::any_of(pictures.begin(), pictures.end(), [&](const clTagElement* found) {
         return IsThisPicture(*found, wanted, isInside, file.Tags().KeepsDescriptions());
     });
-}
-
-bool LacksText(LookedAtFile& file, const NString& name) {
-    const clTagElement* found = file.Record().Find(name.c_str());
-    return !found ||
-           (SameName(ToTagLib(name), L"encoder") && found->Value == file.Tags().EncoderOfStream());
 }
 
 bool LacksEverything(LookedAtFile& file) {

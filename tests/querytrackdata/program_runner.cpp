@@ -33,9 +33,16 @@ StartedProgram::StartedProgram(const std::wstring& commandLine, const std::wstri
     std::wstring line = commandLine;
     // Without a console: under Wine the host of one outlives a program that is
     // killed, and keeps the output of this test's process open.
-    BOOL done = CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE,
-                               DETACHED_PROCESS | NORMAL_PRIORITY_CLASS, nullptr, nullptr, &startup,
-                               &started);
+    // Wine's server now and then answers a good request with an internal error.
+    constexpr int attempts = 3;
+    BOOL done = FALSE;
+    for (int attempt = 0; attempt < attempts && !done; ++attempt) {
+        done = CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE,
+                              DETACHED_PROCESS | NORMAL_PRIORITY_CLASS, nullptr, nullptr, &startup,
+                              &started);
+        if (!done && GetLastError() != ERROR_INTERNAL_ERROR)
+            break;
+    }
     EXPECT_TRUE(done) << "error " << GetLastError();
     process_.Reset(started.hProcess);
     UniqueKernelHandle thread(started.hThread);

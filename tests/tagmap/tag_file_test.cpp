@@ -354,6 +354,42 @@ TEST_F(TagFileOutcome, ThreeTagsOfOneFileAreKeptInStep) {
     EXPECT_EQ(ValueOf(record_, L"title"), Absent);
 }
 
+TEST_F(TagFileOutcome, EachOfThreeTagsFollowsAChange) {
+    const std::wstring path =
+        folder_.Write(L"three.mp3", ReadWhole(SamplePath("odd/three-tags.mp3")));
+    clTagRecord changes;
+    changes.Add(L"title", L"Stepwise");
+    Refusals refused;
+    ASSERT_EQ(SetTags(path.c_str(), changes, refused), Outcome::Done);
+    const Bytes content = ReadWhole(path);
+    const std::string bytes(content.begin(), content.end());
+    const size_t ape = bytes.find("APETAGEX");
+    const size_t id3v1 = bytes.size() - 128;
+    ASSERT_NE(ape, std::string::npos);
+    ASSERT_EQ(bytes.substr(id3v1, 3), "TAG");
+    EXPECT_NE(bytes.substr(ape, id3v1 - ape).find("Stepwise"), std::string::npos);
+    EXPECT_EQ(bytes.substr(id3v1 + 3, 8), "Stepwise");
+}
+
+TEST_F(TagFileOutcome, WhatTheFirstTagRefusesReachesNoOther) {
+    const Bytes before = ReadWhole(SamplePath("odd/three-tags.mp3"));
+    const std::wstring path = folder_.Write(L"three.mp3", before);
+    clTagRecord changes;
+    changes.Add(L"genre", L"17"); // reads as the name of that number
+    Refusals refused;
+    ASSERT_EQ(SetTags(path.c_str(), changes, refused), Outcome::Done);
+    EXPECT_EQ(RefusedNames(refused), L"genre");
+    const Bytes after = ReadWhole(path);
+    EXPECT_EQ(after.back(), before.back()); // the genre of ID3v1
+    const std::string bytes(after.begin(), after.end());
+    const size_t ape = bytes.find("APETAGEX");
+    ASSERT_NE(ape, std::string::npos);
+    EXPECT_EQ(bytes.substr(ape).find(std::string("Genre\0"
+                                                 "17",
+                                                 8)),
+              std::string::npos);
+}
+
 TEST_F(TagFileOutcome, AWaveFileWithoutTagsGetsBothKinds) {
     const std::wstring path = folder_.Write(L"sample.wav", ReadWhole(SamplePath("sample.wav")));
     ASSERT_EQ(DeleteTags(path.c_str(), NStringList()), Outcome::Done);
