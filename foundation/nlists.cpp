@@ -114,7 +114,7 @@ void NStringList::InsertAt(int index, const wchar_t* text, int64_t value) {
 // The item is the list's only once it has room for it.
 void NStringList::InsertItem(int index, std::unique_ptr<NString> item) {
     NPtrList::InsertAt(index, item.get());
-    item.release();
+    static_cast<void>(item.release());
 }
 
 void NStringList::RemoveAt(int index) {
