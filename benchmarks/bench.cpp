@@ -144,6 +144,7 @@ void BenchSmallRecords() {
 }
 } // namespace
 
+extern "C" int wmain(int count, wchar_t** arguments);
 int wmain(int count, wchar_t** arguments) {
     if (count != 3) {
         fprintf(stderr, "usage: tonewright_bench SUITE_FOLDER AUDIO_FILE\n");
