@@ -4,7 +4,7 @@
 #include <utility>
 
 namespace {
-struct Parts {
+struct BoxParts {
     std::vector<int> buttons;
     NString text;
     HICON icon = nullptr;
@@ -17,7 +17,7 @@ NString WindowText(HWND window) {
 }
 
 BOOL CALLBACK TakePart(HWND child, LPARAM lParam) {
-    auto& parts = *reinterpret_cast<Parts*>(lParam);
+    auto& parts = *reinterpret_cast<BoxParts*>(lParam);
     LONG style = GetWindowLongW(child, GWL_STYLE);
     // The box may have hidden buttons that its type doesn't call for.
     if (!(style & WS_VISIBLE))
@@ -34,7 +34,7 @@ BOOL CALLBACK TakePart(HWND child, LPARAM lParam) {
     return TRUE;
 }
 
-UINT TypeOf(const Parts& parts) {
+UINT TypeOf(const BoxParts& parts) {
     std::vector<int> buttons = parts.buttons;
     std::sort(buttons.begin(), buttons.end());
     if (parts.icon != LoadIconW(nullptr, IDI_INFORMATION))
@@ -51,7 +51,7 @@ MessageBoxDriver::MessageBoxDriver(std::vector<int> answers)
     : answers_(std::move(answers)), hook_([this](HWND box) { Answer(box); }) {}
 
 void MessageBoxDriver::Answer(HWND box) {
-    Parts parts;
+    BoxParts parts;
     EnumChildWindows(box, TakePart, reinterpret_cast<LPARAM>(&parts));
     size_t number = boxes_.size();
     boxes_.push_back(
