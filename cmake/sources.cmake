@@ -56,12 +56,14 @@ set(tagmap_windows
     suite/tagmap/format_tags.cpp
     suite/tagmap/id3v1_tags.cpp
     suite/tagmap/id3v2_fields.cpp
+    suite/tagmap/id3v2_file_tags.cpp
     suite/tagmap/id3v2_frames.cpp
     suite/tagmap/id3v2_names.cpp
     suite/tagmap/id3v2_people.cpp
     suite/tagmap/id3v2_pictures.cpp
     suite/tagmap/id3v2_save.cpp
     suite/tagmap/id3v2_tags.cpp
+    suite/tagmap/lesser_tags.cpp
     suite/tagmap/mapping_table.cpp
     suite/tagmap/mp4_boxes.cpp
     suite/tagmap/mp4_tags.cpp
@@ -73,7 +75,9 @@ set(tagmap_windows
     suite/tagmap/tag_check.cpp
     suite/tagmap/tag_file.cpp
     suite/tagmap/tag_values.cpp
-    suite/tagmap/vorbis_tags.cpp)
+    suite/tagmap/vorbis_file_tags.cpp
+    suite/tagmap/vorbis_tags.cpp
+    suite/tagmap/wav_file_tags.cpp)
 set(querytrackdata_windows
     suite/querytrackdata/audio_file_handle.cpp
     suite/querytrackdata/command_line.cpp

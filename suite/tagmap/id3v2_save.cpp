@@ -169,6 +169,10 @@ int Id3v2VersionToWrite(const Tag* tag) {
                                                                    : Id3v2OldVersion;
 }
 
+TagLib::ID3v2::Version LibraryVersion(int version) {
+    return version == Id3v2OldVersion ? TagLib::ID3v2::v3 : TagLib::ID3v2::v4;
+}
+
 bool Id3v2SurvivesSave(const Tag& tag) {
     const Frames frames = FramesOf(tag);
     return std::none_of(frames.begin(), frames.end(),

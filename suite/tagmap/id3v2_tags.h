@@ -29,6 +29,7 @@ inline constexpr int Id3v2NewVersion = 4; // ID3v2.4
 // The version that a tag is to be saved in: its own, but 2.3 for 2.2 and for a
 // tag that is yet to be made (null).
 int Id3v2VersionToWrite(const TagLib::ID3v2::Tag* tag);
+TagLib::ID3v2::Version LibraryVersion(int version);
 
 // False if the tag has encrypted or grouped frames: the library saves them
 // without the flags that say so, which makes them unreadable.

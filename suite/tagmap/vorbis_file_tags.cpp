@@ -1,0 +1,175 @@
+#include "suite/tagmap/vorbis_file_tags.h"
+
+#include "suite/tagmap/flac_pictures.h"
+#include "suite/tagmap/id3v2_tags.h"
+#include "suite/tagmap/lesser_tags.h"
+#include "suite/tagmap/ogg_flac_pictures.h"
+#include "suite/tagmap/pictures.h"
+#include "suite/tagmap/vorbis_tags.h"
+
+#include <flacfile.h>
+#include <oggflacfile.h>
+#include <opusfile.h>
+#include <speexfile.h>
+#include <vorbisfile.h>
+
+namespace tagmap {
+
+namespace {
+
+constexpr unsigned LargestFlacBlock = 0xFFFFFF; // bytes
+
+class FlacTags : public FormatTags {
+public:
+    explicit FlacTags(TagLib::FLAC::File& file) : file_(file) {}
+
+    bool CanBeWritten() override {
+        return !file_.hasID3v2Tag() || Id3v2SurvivesSave(*file_.ID3v2Tag());
+    }
+
+    NString EncoderOfStream() const override {
+        return file_.hasXiphComment() ? ToNString(file_.xiphComment()->vendorID()) : NString();
+    }
+
+    void Read(clTagRecord& record) override {
+        if (file_.hasXiphComment())
+            ReadVorbis(*file_.xiphComment(), record);
+        ReadFlacPictures(file_, record);
+        if (file_.hasID3v2Tag())
+            AddMissingFrom(record, ReadId3v2, *file_.ID3v2Tag());
+        if (file_.hasID3v1Tag())
+            AddMissingFrom(record, ReadId3v1, *file_.ID3v1Tag());
+    }
+
+    void Set(clTagRecord& changes, Refusals& refused) override {
+        Refusals ofLesser;
+        clTagRecord accepted;
+        SetVorbis(*file_.xiphComment(true), changes, refused);
+        SetFlacPictures(file_, changes, refused);
+        TakeAccepted(changes, refused, accepted);
+        if (file_.hasID3v2Tag())
+            SetId3v2(*file_.ID3v2Tag(), accepted, Id3v2NewVersion, ofLesser);
+        if (file_.hasID3v1Tag())
+            SetId3v1(*file_.ID3v1Tag(), accepted);
+    }
+
+    void Delete(const NStringList& names) override {
+        if (file_.hasXiphComment())
+            DeleteVorbis(*file_.xiphComment(), names);
+        DeleteFlacPictures(file_, names);
+        if (file_.hasID3v2Tag())
+            DeleteId3v2(*file_.ID3v2Tag(), names);
+        if (file_.hasID3v1Tag())
+            DeleteId3v1(*file_.ID3v1Tag(), names);
+    }
+
+    // The library would cut the length of a longer block, and lose what follows.
+    bool Save() override {
+        return (!file_.hasXiphComment() ||
+                file_.xiphComment()->render(false).size() <= LargestFlacBlock) &&
+               file_.save();
+    }
+
+private:
+    TagLib::FLAC::File& file_;
+};
+
+// Ogg files, which have a comment and nothing beside it.
+class OggTags : public FormatTags {
+public:
+    OggTags(TagLib::File& file, TagLib::Ogg::XiphComment& comment)
+        : file_(file), comment_(comment) {}
+
+    NString EncoderOfStream() const override { return ToNString(comment_.vendorID()); }
+
+    void Read(clTagRecord& record) override {
+        ReadVorbis(comment_, record);
+        ReadVorbisPictures(comment_, record);
+    }
+
+    void Set(clTagRecord& changes, Refusals& refused) override {
+        SetVorbis(comment_, changes, refused);
+        SetVorbisPictures(comment_, changes, refused);
+    }
+
+    void Delete(const NStringList& names) override {
+        // Pictures first: an empty list takes the comments that hold them too.
+        DeleteVorbisPictures(comment_, names);
+        DeleteVorbis(comment_, names);
+    }
+
+    bool Save() override { return file_.save(); }
+
+private:
+    TagLib::File& file_;
+    TagLib::Ogg::XiphComment& comment_;
+};
+
+bool NamesPictures(clTagRecord& changes) {
+    return HasPictures(changes);
+}
+
+bool NamesPictures(const NStringList& names) {
+    return names.Count == 0 || !ArtNumbersOf(names).empty();
+}
+
+// A FLAC stream in Ogg may have its pictures in blocks beside the comment. They
+// are moved into it when the pictures are to be changed.
+class OggFlacTags : public OggTags {
+public:
+    explicit OggFlacTags(TagLib::Ogg::FLAC::File& file)
+        : OggTags(file, *file.tag()), flacFile_(file) {}
+
+    void Read(clTagRecord& record) override {
+        MovePictureBlocksToComment(flacFile_);
+        OggTags::Read(record);
+    }
+    void Set(clTagRecord& changes, Refusals& refused) override {
+        if (NamesPictures(changes))
+            MovePictureBlocksToComment(flacFile_);
+        OggTags::Set(changes, refused);
+    }
+    void Delete(const NStringList& names) override {
+        if (NamesPictures(names))
+            MovePictureBlocksToComment(flacFile_);
+        OggTags::Delete(names);
+    }
+    // The comment is a block here too, with a length of 24 bits.
+    bool Save() override {
+        return flacFile_.tag()->render(false).size() <= LargestFlacBlock && OggTags::Save();
+    }
+
+private:
+    TagLib::Ogg::FLAC::File& flacFile_;
+};
+
+template <typename File>
+std::unique_ptr<FormatTags> OggTagsOf(AudioFile& file) {
+    auto* comment = file.As<File>().tag();
+    return comment ? std::make_unique<OggTags>(file.File(), *comment) : nullptr;
+}
+
+} // namespace
+
+std::unique_ptr<FormatTags> MakeFlacTags(AudioFile& file) {
+    return std::make_unique<FlacTags>(file.As<TagLib::FLAC::File>());
+}
+
+std::unique_ptr<FormatTags> MakeOggVorbisTags(AudioFile& file) {
+    return OggTagsOf<TagLib::Vorbis::File>(file);
+}
+
+std::unique_ptr<FormatTags> MakeOpusTags(AudioFile& file) {
+    return OggTagsOf<TagLib::Ogg::Opus::File>(file);
+}
+
+std::unique_ptr<FormatTags> MakeSpeexTags(AudioFile& file) {
+    return OggTagsOf<TagLib::Ogg::Speex::File>(file);
+}
+
+std::unique_ptr<FormatTags> MakeOggFlacTags(AudioFile& file) {
+    auto& flac = file.As<TagLib::Ogg::FLAC::File>();
+    return flac.tag() ? std::make_unique<OggFlacTags>(flac) : nullptr;
+}
+
+} // namespace tagmap
