@@ -16,6 +16,8 @@ bool NSetFileAttributes(const NString& path, uint32_t set, uint32_t clear);
 // True for files, folders and the roots of drives.
 bool NPathExists(const NString& path, bool& isFolder);
 // Makes all folders of the path that are missing. 0 if one couldn't be made.
+// What NPopPathPart takes for the path's root isn't made: of a relative path
+// that is its first part, or as many as reach the third character.
 int NCreateFolders(const NString& path);
 // A file that is read-only is made writable and tried again, unless `noRetry`
 // is set.

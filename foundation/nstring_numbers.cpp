@@ -70,7 +70,7 @@ NString NString::FormatDouble(double value, int decimals, bool keepZeros) {
     // 6. The leading 1 goes again.
     if (leadingOne)
         --text.Text[0];
-    // 7.
+    // 7. Wanted: "-0" for what rounds to nothing.
     if (negative)
         text.InsertChar(L'-', 1);
     // 8. Trailing zeros, then a trailing point.

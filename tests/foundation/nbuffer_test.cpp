@@ -80,6 +80,19 @@ TEST(NBuffer, ExtraCountsAsSizeOfANewBlockOnly) {
     EXPECT_EQ(buffer.Size, 10u);
 }
 
+TEST(NBuffer, ResizeToItsOwnSizeKeepsTheBlockAndItsBytes) {
+    NBuffer buffer;
+    buffer.Set(Digits, 8);
+    uintptr_t block = reinterpret_cast<uintptr_t>(buffer.Data);
+    buffer.Resize(8, false, false, 1000);
+    EXPECT_EQ(reinterpret_cast<uintptr_t>(buffer.Data), block);
+    EXPECT_EQ(buffer.Size, 8u);
+    EXPECT_EQ(buffer.Used, 8u);
+    EXPECT_EQ(memcmp(buffer.Data, Digits, 8), 0);
+    buffer.Resize(9, true, false, 1000);
+    EXPECT_EQ(buffer.Size, 1009u);
+}
+
 TEST(NBuffer, ResizeToNothingStillTakesABlock) {
     NBuffer buffer;
     buffer.Resize(0);

@@ -1,5 +1,6 @@
 #include "foundation/ndisk.h"
 #include "foundation/nfile.h"
+#include "tests/foundation/scoped_current_folder.h"
 #include "tests/support/message_box_driver.h"
 #include "tests/support/nstring_printer.h"
 #include "tests/support/temp_folder.h"
@@ -107,6 +108,32 @@ TEST_F(Disk, MakingFoldersThatExistSucceeds) {
     EXPECT_NE(NCreateFolders(folder_.Path()), 0);
     EXPECT_NE(NCreateFolders(folder_.File(L"")), 0);
     EXPECT_NE(NCreateFolders(L"C:\\"), 0);
+}
+
+TEST_F(Disk, OfARelativePathTheFirstPartMustBeThere) {
+    ScopedCurrentFolder here(folder_.Path());
+    EXPECT_EQ(NCreateFolders(L"music\\new\\deep"), 0);
+    EXPECT_FALSE(Exists(folder_.File(L"music")));
+    ASSERT_TRUE(CreateDirectoryW(L"music", nullptr));
+    EXPECT_NE(NCreateFolders(L"music\\new\\deep"), 0);
+    EXPECT_TRUE(Exists(folder_.File(L"music\\new\\deep")));
+}
+
+TEST_F(Disk, ARelativePathOfOnePartIsAllRootAndMakesNothing) {
+    ScopedCurrentFolder here(folder_.Path());
+    EXPECT_NE(NCreateFolders(L"music"), 0);
+    EXPECT_NE(NCreateFolders(L"music\\"), 0);
+    EXPECT_FALSE(Exists(folder_.File(L"music")));
+}
+
+TEST_F(Disk, TheRootOfARelativePathReachesItsThirdCharacter) {
+    ScopedCurrentFolder here(folder_.Path());
+    ASSERT_TRUE(CreateDirectoryW(L"a", nullptr));
+    EXPECT_EQ(NCreateFolders(L"a\\b\\c"), 0);
+    EXPECT_FALSE(Exists(folder_.File(L"a\\b")));
+    ASSERT_TRUE(CreateDirectoryW(L"a\\b", nullptr));
+    EXPECT_NE(NCreateFolders(L"a\\b\\c"), 0);
+    EXPECT_TRUE(Exists(folder_.File(L"a\\b\\c")));
 }
 
 TEST_F(Disk, FoldersBeyondTheLimitOfLengthAreMade) {

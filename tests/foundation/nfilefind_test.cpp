@@ -1,6 +1,7 @@
 #include "foundation/nfile.h"
 #include "foundation/nfilefind.h"
 #include "foundation/npath.h"
+#include "tests/foundation/scoped_current_folder.h"
 #include "tests/support/nstring_printer.h"
 #include "tests/support/temp_folder.h"
 
@@ -84,6 +85,25 @@ TEST_F(FileFind, APathAloneFindsItselfWithBackslashesAtItsEndToo) {
     ASSERT_TRUE(find.Next());
     EXPECT_EQ(find.Path, folder_.File(L"inner"));
     EXPECT_TRUE(find.IsFolder());
+}
+
+TEST_F(FileFind, APatternWithoutAFolderIsLookedUpInTheCurrentOne) {
+    MakeFile(L"one.dll");
+    MakeFile(L"two.txt");
+    ScopedCurrentFolder here(folder_.Path());
+    NFileFind find(L"*.dll");
+    ASSERT_TRUE(find.Next());
+    EXPECT_EQ(find.Path, L"one.dll");
+    EXPECT_EQ(find.Pattern, L"");
+    EXPECT_FALSE(find.Next());
+}
+
+TEST_F(FileFind, APatternWithAnEmptyFolderIsLookedUpInTheRoot) {
+    MakeFile(L"tonewright-test.dll");
+    ScopedCurrentFolder here(folder_.Path());
+    NFileFind find(L"tonewright-test.dll", L"");
+    EXPECT_EQ(find.Pattern, L"\\tonewright-test.dll");
+    EXPECT_FALSE(find.Next());
 }
 
 TEST_F(FileFind, WhatIsMissingGivesNothing) {

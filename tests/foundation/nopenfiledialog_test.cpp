@@ -11,6 +11,7 @@
 #include <dlgs.h>
 
 #include <string>
+#include <vector>
 
 namespace {
 std::wstring FilterBlock(const wchar_t* text, const NStringList* list) {
@@ -56,12 +57,13 @@ protected:
             HWND name = NameControl(dialog);
             offered_ = TextOf(name);
             filter_ = TextOf(GetDlgItem(dialog, cmb1));
+            filters_ = ItemsOf(GetDlgItem(dialog, cmb1));
             if (typed)
                 SetWindowTextW(name, typed);
             Press(dialog, button);
         });
-        bool chosen = NOpenFileDialog(list_, L"Choose a picture", flags, L"Music\r*.mp3", nullptr,
-                                      folder_.Path().Text, initialFile, wantedOwner_);
+        bool chosen = NOpenFileDialog(list_, wantedTitle_, flags, wantedFilter_, wantedFilters_,
+                                      wantedFolder_, initialFile, wantedOwner_);
         EXPECT_EQ(complaint_, L"");
         return chosen;
     }
@@ -78,14 +80,29 @@ protected:
         GetWindowTextW(window, text, 2000);
         return NString(text);
     }
+    static std::vector<std::wstring> ItemsOf(HWND combo) {
+        std::vector<std::wstring> items;
+        auto count = SendMessageW(combo, CB_GETCOUNT, 0, 0);
+        for (WPARAM index = 0; static_cast<LRESULT>(index) < count; ++index) {
+            wchar_t text[200] = {};
+            SendMessageW(combo, CB_GETLBTEXT, index, reinterpret_cast<LPARAM>(text));
+            items.push_back(text);
+        }
+        return items;
+    }
 
     TempFolder folder_;
     NStringList list_;
+    const wchar_t* wantedTitle_ = L"Choose a picture";
+    const wchar_t* wantedFilter_ = L"Music\r*.mp3";
+    const NStringList* wantedFilters_ = nullptr;
+    const wchar_t* wantedFolder_ = folder_.Path().Text;
     HWND wantedOwner_ = nullptr;
     HWND owner_ = nullptr;
     NString title_;
     NString offered_;
     NString filter_;
+    std::vector<std::wstring> filters_;
     NString complaint_; // the caption of a box that came up instead
 };
 } // namespace
@@ -196,6 +213,27 @@ TEST_F(OpenFileDialog, StandsBeforeItsOwner) {
 TEST_F(OpenFileDialog, OffersItsFilter) {
     EXPECT_FALSE(Run(0, nullptr, nullptr, IDCANCEL));
     EXPECT_EQ(filter_, L"Music");
+}
+
+TEST_F(OpenFileDialog, AllButTheListMayBeLeftOut) {
+    wantedTitle_ = wantedFilter_ = wantedFolder_ = nullptr;
+    EXPECT_TRUE(Run(0, nullptr, folder_.File(L"a.mp3").Text, IDOK));
+    ASSERT_EQ(list_.Count, 1);
+    EXPECT_EQ(*list_[0], folder_.File(L"a.mp3"));
+    EXPECT_NE(title_, L""); // of the platform's choice
+    EXPECT_EQ(offered_, L"");
+    EXPECT_EQ(filters_, std::vector<std::wstring>{L" "});
+    EXPECT_EQ(owner_, nullptr);
+}
+
+TEST_F(OpenFileDialog, OffersTheFilterListBeforeTheText) {
+    NStringList filters;
+    filters.Add(L"Pictures\r*.jpg;*.png");
+    filters.Add(L"Sheets\r*.pdf");
+    wantedFilters_ = &filters;
+    EXPECT_FALSE(Run(0, nullptr, nullptr, IDCANCEL));
+    EXPECT_EQ(filters_, (std::vector<std::wstring>{L"Pictures", L"Sheets", L"Music"}));
+    EXPECT_EQ(filter_, L"Pictures");
 }
 
 TEST_F(OpenFileDialog, AnInitialFileThatIsTooLongIsCut) {

@@ -97,6 +97,11 @@ TEST_F(Processes, ParametersThatBeginWithABlankGiveTwoBlanksInARow) {
     EXPECT_EQ(LoggedLine(), NQuote(ChildProgram()).Concat(L"  -x"));
 }
 
+TEST_F(Processes, WithoutParametersTheBlankBehindTheProgramStays) {
+    EXPECT_TRUE(NRunProgram(ChildProgram(), L"", true, 0, false, Flags));
+    EXPECT_EQ(LoggedLine(), NQuote(ChildProgram()).Concat(L" "));
+}
+
 TEST_F(Processes, AProgramThatIsntThereGivesFalse) {
     EXPECT_FALSE(NRunProgram(folder_.File(L"missing.exe"), L"", true, 0, false, Flags));
     EXPECT_FALSE(NRunProcess(L"", false, 0, false, Flags));

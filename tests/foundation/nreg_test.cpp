@@ -184,6 +184,20 @@ TEST_F(Registry, ReadingFromAKeyThatDoesntExistMakesIt) {
     EXPECT_FALSE(NRegValueExists(L"Number", root_, key_.Path()));
 }
 
+TEST_F(Registry, AKeyThatAReadMakesIsEmpty) {
+    NRegReadString(L"Text", root_, key_.Path());
+    UniqueRegKey made;
+    ASSERT_EQ(RegOpenKeyExW(root_, key_.Path(), 0, KEY_QUERY_VALUE, made.Put()), ERROR_SUCCESS);
+    wchar_t keyClass[16] = L"x";
+    DWORD classUnits = 16, subKeys = 9, values = 9;
+    ASSERT_EQ(RegQueryInfoKeyW(made.Get(), keyClass, &classUnits, nullptr, &subKeys, nullptr,
+                               nullptr, &values, nullptr, nullptr, nullptr, nullptr),
+              ERROR_SUCCESS);
+    EXPECT_EQ(subKeys, 0u);
+    EXPECT_EQ(values, 0u);
+    EXPECT_EQ(NString(keyClass), L"");
+}
+
 TEST_F(Registry, AValueWithEmptyDataExists) {
     NRegWriteBinary(L"Empty", nullptr, 0, root_, key_.Path());
     EXPECT_TRUE(NRegValueExists(L"Empty", root_, key_.Path()));

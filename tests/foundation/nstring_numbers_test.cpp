@@ -68,6 +68,12 @@ TEST(NStringNumbers, FormatDoublePutsTheSignInFront) {
     EXPECT_EQ(NString::FormatDouble(-0.25, 2, false), L"-0.25");
 }
 
+TEST(NStringNumbers, FormatDoubleKeepsTheSignOfWhatRoundsToZero) {
+    EXPECT_EQ(NString::FormatDouble(-0.01, 1, false), L"-0");
+    EXPECT_EQ(NString::FormatDouble(-0.01, 1, true), L"-0.0");
+    EXPECT_EQ(NString::FormatDouble(-0.0, 1, false), L"0");
+}
+
 TEST(NStringNumbers, FormatDoubleWithoutDecimalsEndsInItsPointWhenZerosAreKept) {
     EXPECT_EQ(NString::FormatDouble(7.0, 0, true), L"7.");
 }

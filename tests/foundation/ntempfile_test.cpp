@@ -102,6 +102,20 @@ TEST_F(TempFiles, AMissingFolderIsMadeAtTheSecondTry) {
     EXPECT_LT(number.ToInt(), 9999);
 }
 
+TEST_F(TempFiles, ASuffixFollowsTheRandomNameInAMissingFolder) {
+    NString missing = folder_.File(L"new\\deep");
+    ScopedEnvironment temp(L"TMP", missing.Text);
+    NTempFile file("tNP", ".jpg");
+    EXPECT_TRUE(Exists(file));
+    EXPECT_EQ(NGetFolder(file), NAppendBackslash(missing));
+    NString name = NGetFileName(file);
+    EXPECT_EQ(name.Left(3), L"tNP");
+    EXPECT_EQ(name.Right(8), L".tmp.jpg");
+    NString number = name.Mid(4, name.CharCount() - 8);
+    EXPECT_EQ(NString::FromInt(number.ToInt()), number);
+    EXPECT_EQ(FilesIn(missing), 1);
+}
+
 TEST_F(TempFiles, WhenNoFileCanBeMadeThePathStandsAllTheSame) {
     // A file lies where the folder should be.
     NString inTheWay = folder_.File(L"file");
