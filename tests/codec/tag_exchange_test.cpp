@@ -4,6 +4,7 @@
 #include "foundation/nfile.h"
 #include "foundation/nprocess.h"
 #include "foundation/unique_handle.h"
+#include "tests/support/message_box_driver.h"
 #include "tests/support/nstring_printer.h"
 #include "tests/support/scoped_environment.h"
 #include "tests/support/temp_folder.h"
@@ -148,6 +149,19 @@ private:
     wchar_t tmp_[MAX_PATH] = {};
     wchar_t temp_[MAX_PATH] = {};
 };
+// Gives this process a priority class for the time of a test.
+class ScopedPriority {
+public:
+    explicit ScopedPriority(DWORD priority) : old_(GetPriorityClass(GetCurrentProcess())) {
+        SetPriorityClass(GetCurrentProcess(), priority);
+    }
+    ~ScopedPriority() { SetPriorityClass(GetCurrentProcess(), old_); }
+    ScopedPriority(const ScopedPriority&) = delete;
+    ScopedPriority& operator=(const ScopedPriority&) = delete;
+
+private:
+    DWORD old_;
+};
 } // namespace
 
 TEST_F(TagExchange, AReadRequestIsThePathAlone) {
@@ -260,6 +274,21 @@ TEST_F(TagExchange, ALengthOfZeroYieldsNoTags) {
     EXPECT_EQ(PayloadOf(Magic + Bytes({0, 0, 0, 0, 'x', 'y'})), Bytes());
 }
 
+TEST_F(TagExchange, WhatAReplyLeavesOfALongerRequestIsNoPartOfIt) {
+    ScopedEnvironment keep(L"TONEWRIGHT_STAND_IN_KEEP_REST", L"1");
+    clTagRecord record;
+    record.Add(L"a", L"b");
+    NBuffer serialised;
+    record.Serialise(serialised);
+    Bytes reply =
+        Magic + Bytes({static_cast<uint8_t>(serialised.Size), 0, 0, 0}) + BytesOf(serialised);
+    ASSERT_LT(reply.size(), Utf16(AudioPath).size());
+    EXPECT_EQ(PayloadOf(reply), BytesOf(serialised));
+    // A length that reaches into the rest of the request takes it along.
+    Bytes path = Utf16(AudioPath);
+    EXPECT_EQ(PayloadOf(Magic + Bytes({3, 0, 0, 0, 'x'})), Bytes({'x', path[9], path[10]}));
+}
+
 TEST_F(TagExchange, ALengthBelowThePayloadCutsIt) {
     EXPECT_EQ(PayloadOf(Magic + Bytes({2, 0, 0, 0, 'x', 'y', 'z'})), Bytes({'x', 'y'}));
 }
@@ -329,7 +358,7 @@ TEST_F(TagExchange, TheSiblingGetsNoWindowNoHandlesAndNormalPriority) {
     UniqueKernelHandle event(CreateEventW(&inheritable, TRUE, FALSE, nullptr));
     std::wstring number = std::to_wstring(reinterpret_cast<uintptr_t>(event.Get()));
     ScopedEnvironment handle(L"TONEWRIGHT_STAND_IN_HANDLE", number.c_str());
-    SetPriorityClass(GetCurrentProcess(), BELOW_NORMAL_PRIORITY_CLASS);
+    ScopedPriority priority(BELOW_NORMAL_PRIORITY_CLASS);
     clTagRecord record;
     record.Add(L"a", L"b");
     NBuffer out;
@@ -363,6 +392,28 @@ TEST_F(TagExchange, AReadThatTakesTooLongIsGivenUpAndTheSiblingRunsOn) {
     EXPECT_FALSE(ending.WaitFor(0));
     release.Set();
     EXPECT_TRUE(ending.WaitFor(60000));
+}
+
+TEST_F(TagExchange, AnExchangeFileThatTheSiblingHoldsOutlastsAReadThatIsGivenUp) {
+    MessageBoxDriver driver;
+    ScopedEnvironment temp(L"TMP", folder_.Path().Text);
+    ScopedEnvironment hold(L"TONEWRIGHT_STAND_IN_HOLD", L"1");
+    SharedEvent release(L"TONEWRIGHT_STAND_IN_RELEASE");
+    SharedEvent ending(L"TONEWRIGHT_STAND_IN_ENDING");
+    ReplyWith(Magic + Bytes({1, 0, 0, 0, 'x'}));
+    NBuffer out;
+    RunGetAudioInf(AudioPath, out);
+    EXPECT_EQ(out.Size, 0u);
+    // The system doesn't let go a file that is open without sharing for it.
+    EXPECT_NE(GetFileAttributesW(ExchangePath().Text), INVALID_FILE_ATTRIBUTES);
+    EXPECT_FALSE(ending.WaitFor(0));
+    EXPECT_TRUE(driver.Boxes().empty());
+    // The next request has another file, and is answered.
+    release.Set();
+    ASSERT_TRUE(ending.WaitFor(60000));
+    NString held = ExchangePath();
+    EXPECT_EQ(PayloadOf(Magic + Bytes({1, 0, 0, 0, 'y'})), Bytes({'y'}));
+    EXPECT_FALSE(ExchangePath() == held);
 }
 
 TEST_F(TagExchange, SetAndDeleteWaitLongerThanAReadWould) {

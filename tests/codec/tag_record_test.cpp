@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <cstring>
 #include <memory>
 #include <vector>
@@ -72,6 +73,16 @@ NString Names(clTagRecord& record) {
     return names.Join(L"|");
 }
 } // namespace
+
+TEST(TagRecord, ElementAndRecordLieInMemoryInTheirOrderOfFields) {
+    EXPECT_EQ(offsetof(clTagElement, Name), 0u);
+    EXPECT_EQ(offsetof(clTagElement, Value), sizeof(NString));
+    EXPECT_EQ(offsetof(clTagElement, Data), 2 * sizeof(NString));
+    EXPECT_EQ(offsetof(clTagRecord, Elements), 0u);
+    EXPECT_LT(offsetof(NKeyedList<clTagElement>, Items), offsetof(NKeyedList<clTagElement>, Keys));
+    EXPECT_LT(offsetof(NKeyedList<clTagElement>, Keys),
+              offsetof(NKeyedList<clTagElement>, Current));
+}
 
 TEST(TagRecord, WithoutElementsSerialisesToFourBytes) {
     clTagRecord record;

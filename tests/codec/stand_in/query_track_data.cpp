@@ -3,12 +3,14 @@
 //
 //     command_line.txt   written: its whole command line, UTF-16
 //     request.bin        written: the exchange file as it found it
-//     reply.bin          read: if it exists, becomes the exchange file
+//     reply.bin          read: if it exists, becomes the exchange file, or with
+//                        TONEWRIGHT_STAND_IN_KEEP_REST its start alone
 //     started_as.txt     written: how it was started (see StartedAs), UTF-16
 //
 // TONEWRIGHT_STAND_IN_GROW is a number of GiB that the exchange file grows by,
 // behind the reply. TONEWRIGHT_STAND_IN_HANDLE is the number of an event's
-// handle, which it sets.
+// handle, which it sets. With TONEWRIGHT_STAND_IN_HOLD it keeps the exchange file
+// open, without sharing for deletion, until it has been released (see below).
 //
 // The event named by TONEWRIGHT_STAND_IN_STARTED is set once that is done; the
 // one named by TONEWRIGHT_STAND_IN_RELEASE is waited for before it sets the one
@@ -43,11 +45,16 @@ bool ReadWhole(const std::wstring& path, std::vector<char>& bytes) {
            read == bytes.size();
 }
 
-void WriteWhole(const std::wstring& path, const void* bytes, size_t size, DWORD disposition) {
+UniqueFileHandle WriteStart(const std::wstring& path, const void* bytes, size_t size,
+                            DWORD disposition) {
     UniqueFileHandle file = Open(path, GENERIC_WRITE, disposition);
     DWORD written = 0;
     WriteFile(file.Get(), bytes, static_cast<DWORD>(size), &written, nullptr);
-    SetEndOfFile(file.Get());
+    return file;
+}
+
+void WriteWhole(const std::wstring& path, const void* bytes, size_t size, DWORD disposition) {
+    SetEndOfFile(WriteStart(path, bytes, size, disposition).Get());
 }
 
 std::wstring PathInQuotes(const std::wstring& commandLine) {
@@ -96,8 +103,12 @@ int main() {
     std::vector<char> bytes;
     if (ReadWhole(exchange, bytes))
         WriteWhole(folder + L"request.bin", bytes.data(), bytes.size(), CREATE_ALWAYS);
-    if (ReadWhole(folder + L"reply.bin", bytes))
-        WriteWhole(exchange, bytes.data(), bytes.size(), OPEN_EXISTING);
+    if (ReadWhole(folder + L"reply.bin", bytes)) {
+        if (Environment(L"TONEWRIGHT_STAND_IN_KEEP_REST").empty())
+            WriteWhole(exchange, bytes.data(), bytes.size(), OPEN_EXISTING);
+        else
+            WriteStart(exchange, bytes.data(), bytes.size(), OPEN_EXISTING);
+    }
     std::wstring growth = Environment(L"TONEWRIGHT_STAND_IN_GROW");
     if (!growth.empty())
         Grow(exchange, std::stol(growth));
@@ -108,10 +119,14 @@ int main() {
     WriteWhole(folder + L"started_as.txt", startedAs.data(), startedAs.size() * sizeof(wchar_t),
                CREATE_ALWAYS);
 
+    UniqueFileHandle held;
+    if (!Environment(L"TONEWRIGHT_STAND_IN_HOLD").empty())
+        held = Open(exchange, GENERIC_READ, OPEN_EXISTING);
     if (UniqueKernelHandle started = EventNamedBy(L"TONEWRIGHT_STAND_IN_STARTED"))
         SetEvent(started.Get());
     if (UniqueKernelHandle release = EventNamedBy(L"TONEWRIGHT_STAND_IN_RELEASE"))
         WaitForSingleObject(release.Get(), INFINITE);
+    held.Reset();
     if (UniqueKernelHandle ending = EventNamedBy(L"TONEWRIGHT_STAND_IN_ENDING"))
         SetEvent(ending.Get());
     return 1;
