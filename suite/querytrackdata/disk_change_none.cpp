@@ -1,3 +1,4 @@
 #include "suite/querytrackdata/disk_change.h"
 
 void AfterDiskChange() {}
+void BeforeMoveRetry() {}

@@ -87,6 +87,7 @@ public:
                 systemError == ERROR_ACCESS_DENIED || systemError == ERROR_SHARING_VIOLATION;
             if (!busy || attempt == MoveAttempts)
                 return false;
+            BeforeMoveRetry();
             Sleep(MovePause);
         }
     }

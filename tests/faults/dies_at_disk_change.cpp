@@ -25,3 +25,5 @@ void AfterDiskChange() {
         RaiseException(static_cast<DWORD>(EXCEPTION_ACCESS_VIOLATION), 0, 0, nullptr);
     SetLastError(lastError);
 }
+
+void BeforeMoveRetry() {}

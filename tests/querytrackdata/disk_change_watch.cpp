@@ -5,18 +5,26 @@
 #include <utility>
 
 namespace {
-std::function<void()> present;
-}
+std::function<void()> presentWatch;
+std::function<void()> presentRetry;
+} // namespace
 
 void AfterDiskChange() {
-    if (present)
-        present();
+    if (presentWatch)
+        presentWatch();
 }
 
-DiskChangeWatch::DiskChangeWatch(std::function<void()> watch) {
-    present = std::move(watch);
+void BeforeMoveRetry() {
+    if (presentRetry)
+        presentRetry();
+}
+
+DiskChangeWatch::DiskChangeWatch(std::function<void()> watch, std::function<void()> retry) {
+    presentWatch = std::move(watch);
+    presentRetry = std::move(retry);
 }
 
 DiskChangeWatch::~DiskChangeWatch() {
-    present = nullptr;
+    presentWatch = nullptr;
+    presentRetry = nullptr;
 }

@@ -1,5 +1,7 @@
 // The program itself, with real files of every format.
 
+#include "suite/querytrackdata/program.h"
+#include "tests/querytrackdata/disk_change_watch.h"
 #include "tests/querytrackdata/program_runner.h"
 
 #include <gtest/gtest.h>
@@ -243,6 +245,31 @@ TEST(TagProgram, AReadOnlyFileIsReadAndIsNotWritten) {
     ExpectFailure(program.Set(sample.path, changes));
     ExpectFailure(program.Delete(sample.path, {}));
     sample.ExpectUntouched();
+}
+
+TEST(TagProgram, AFileThatCannotBeReplacedIsLeftAndTheExitCodeSaysSo) {
+    SampleCopy sample("sample.flac");
+    TestFolder exchangeFolder;
+    clTagRecord changes;
+    changes.Add(L"title", NewTitle);
+    std::wstring option =
+        L"--SetTags=" + exchangeFolder.Write(L"x.tmp", SetRequestOf(changes, sample.path));
+    const wchar_t* arguments[] = {L"QueryTrackData", option.c_str()};
+    {
+        // From the first change on somebody reads the file.
+        UniqueFileHandle reader;
+        DiskChangeWatch watch([&] {
+            if (!reader)
+                reader.Reset(CreateFileW(sample.path.c_str(), GENERIC_READ,
+                                         FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
+                                         FILE_ATTRIBUTE_NORMAL, nullptr));
+        });
+        EXPECT_EQ(RunQueryTrackData(2, arguments), 1);
+        EXPECT_TRUE(reader);
+    }
+    sample.ExpectUntouched();
+    EXPECT_EQ(RunQueryTrackData(2, arguments), 0);
+    EXPECT_EQ(ValueIn(sample.path, L"title"), NewTitle);
 }
 
 TEST(TagProgram, AFileThatItsLibraryWouldDamageIsReadAndIsNotWritten) {

@@ -274,6 +274,67 @@ TEST(SafeWrite, AFileThatChangedInTheMeantimeIsLeftAsItIsNow) {
     ExpectUntouched(folder, path);
 }
 
+// Like a virus scanner that looks at the file just before it is replaced.
+TEST(SafeWrite, AReplacingMoveThatIsHinderedForAMomentIsTriedAgain) {
+    TestFolder folder;
+    std::wstring path = folder.Write(L"song.mp3", Old);
+    UniqueFileHandle scanner;
+    WriteNew edit;
+    edit.inBetween = [&] {
+        scanner = Open(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE);
+        ASSERT_TRUE(scanner);
+    };
+    int retries = 0;
+    DiskChangeWatch watch({}, [&] {
+        if (++retries == 3)
+            scanner.Reset();
+    });
+    Outcome outcome = Write(path, edit);
+    EXPECT_TRUE(outcome.Done) << NString(outcome.Error.c_str()).ToNarrow();
+    EXPECT_EQ(retries, 3);
+    EXPECT_EQ(ReadWhole(path), New);
+    EXPECT_EQ(folder.Names().size(), 1u);
+}
+
+TEST(SafeWrite, AReplacingMoveThatIsHinderedForGoodLeavesTheFileAndNoCopy) {
+    TestFolder folder;
+    std::wstring path = folder.Write(L"song.mp3", Old);
+    UniqueFileHandle holder;
+    WriteNew edit;
+    edit.inBetween = [&] {
+        holder = Open(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE);
+        ASSERT_TRUE(holder);
+    };
+    int retries = 0;
+    DiskChangeWatch watch({}, [&] { ++retries; });
+    Outcome outcome = Write(path, edit);
+    EXPECT_FALSE(outcome.Done);
+    EXPECT_NE(outcome.Error.find(L"cannot replace the audio file"), std::wstring::npos);
+    EXPECT_EQ(retries, 9);
+    ExpectUntouched(folder, path);
+}
+
+TEST(SafeWrite, AFileThatIsWrittenBetweenTwoTriesOfTheMoveIsLeftAsItIsNow) {
+    const Bytes others = BytesOf("what somebody else wrote meanwhile");
+    TestFolder folder;
+    std::wstring path = folder.Write(L"song.mp3", Old);
+    UniqueFileHandle holder;
+    WriteNew edit;
+    edit.inBetween = [&] {
+        holder = Open(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE);
+        ASSERT_TRUE(holder);
+    };
+    DiskChangeWatch watch({}, [&] {
+        holder.Reset();
+        WriteWhole(path, others);
+    });
+    Outcome outcome = Write(path, edit);
+    EXPECT_FALSE(outcome.Done);
+    EXPECT_NE(outcome.Error.find(L"changed in the meantime"), std::wstring::npos);
+    EXPECT_EQ(ReadWhole(path), others);
+    EXPECT_EQ(folder.Names().size(), 1u);
+}
+
 TEST(SafeWrite, AttributesAreCarriedOver) {
     TestFolder folder;
     for (DWORD attributes :
