@@ -62,6 +62,7 @@ set(tagmap_windows
     suite/tagmap/id3v2_people.cpp
     suite/tagmap/id3v2_pictures.cpp
     suite/tagmap/id3v2_save.cpp
+    suite/tagmap/id3v2_source.cpp
     suite/tagmap/id3v2_tags.cpp
     suite/tagmap/lesser_tags.cpp
     suite/tagmap/mapping_table.cpp
@@ -92,12 +93,14 @@ set(querytrackdata_windows
     suite/querytrackdata/tag_edits.cpp
     suite/querytrackdata/writer_lock.cpp)
 set(shellhost_windows
+    suite/shellhost/change_report.cpp
     suite/shellhost/command.cpp
     suite/shellhost/console.cpp
     suite/shellhost/delete_command.cpp
     suite/shellhost/drop_data_object.cpp
     suite/shellhost/drop_list.cpp
     suite/shellhost/element_argument.cpp
+    suite/shellhost/file_problem.cpp
     suite/shellhost/format_enumerator.cpp
     suite/shellhost/full_path.cpp
     suite/shellhost/module_host.cpp
@@ -211,6 +214,7 @@ set(shellhost_tests_windows
     tests/shellhost/drop_data_object_test.cpp
     tests/shellhost/drop_list_test.cpp
     tests/shellhost/element_argument_test.cpp
+    tests/shellhost/file_problem_test.cpp
     tests/shellhost/format_enumerator_test.cpp
     tests/shellhost/full_path_test.cpp
     tests/shellhost/module_host_test.cpp

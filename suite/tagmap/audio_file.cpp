@@ -2,6 +2,7 @@
 
 #include "suite/tagmap/aiff_text_chunks.h"
 #include "suite/tagmap/mpeg_frames.h"
+#include "suite/tagmap/wav_file.h"
 
 #include <apefile.h>
 #include <asffile.h>
@@ -18,7 +19,6 @@
 #include <speexfile.h>
 #include <trueaudiofile.h>
 #include <vorbisfile.h>
-#include <wavfile.h>
 #include <wavpackfile.h>
 #include <xmfile.h>
 
@@ -144,7 +144,7 @@ std::unique_ptr<TagLib::File> FileFor(Format format, FileStream& stream, bool re
     case Format::Asf:
         return std::make_unique<TagLib::ASF::File>(&stream, readAudio);
     case Format::Wav:
-        return std::make_unique<TagLib::RIFF::WAV::File>(&stream, readAudio);
+        return std::make_unique<WavFile>(&stream, readAudio);
     case Format::Aiff:
         return std::make_unique<AiffFile>(&stream, readAudio);
     case Format::MonkeysAudio:

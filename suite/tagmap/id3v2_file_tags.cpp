@@ -2,10 +2,10 @@
 
 #include "suite/tagmap/aiff_text_chunks.h"
 #include "suite/tagmap/ape_tags.h"
+#include "suite/tagmap/id3v2_source.h"
 #include "suite/tagmap/id3v2_tags.h"
 #include "suite/tagmap/lesser_tags.h"
 
-#include <id3v2header.h>
 #include <mpegfile.h>
 #include <trueaudiofile.h>
 
@@ -18,17 +18,10 @@ namespace {
 class MpegTags : public FormatTags {
 public:
     explicit MpegTags(TagLib::MPEG::File& file)
-        : file_(file),
-          version_(Id3v2VersionToWrite(file.hasID3v2Tag() ? file.ID3v2Tag() : nullptr)) {}
+        : file_(file), source_(Id3v2Of(file), file, 0),
+          version_(Id3v2VersionToWrite(Id3v2Of(file))) {}
 
-    // A damaged tag that claims more than the file would take the audio with it.
-    bool CanBeWritten() override {
-        if (!file_.hasID3v2Tag())
-            return true;
-        const TagLib::ID3v2::Tag& tag = *file_.ID3v2Tag();
-        return Id3v2SurvivesSave(tag) &&
-               tag.header()->completeTagSize() <= static_cast<unsigned long>(file_.length());
-    }
+    bool CanBeWritten() override { return source_.SurvivesSave(); }
 
     void Read(clTagRecord& record) override {
         if (file_.hasID3v2Tag())
@@ -40,21 +33,31 @@ public:
     }
 
     void Set(clTagRecord& changes, Refusals& refused) override {
-        Refusals ofLesser;
+        TagLib::ID3v2::Tag& first = *file_.ID3v2Tag(true);
+        clTagRecord before;
         clTagRecord accepted;
-        SetId3v2(*file_.ID3v2Tag(true), changes, version_, refused);
+        ReadId3v2(first, before);
+        if (file_.hasAPETag())
+            TakeOverPictures(before, changes, ReadApe, *file_.APETag(), [&](clTagRecord& pictures) {
+                Refusals none;
+                SetId3v2(first, pictures, version_, none);
+            });
+        SetId3v2(first, changes, version_, refused);
         TakeAccepted(changes, refused, accepted);
         if (file_.hasAPETag())
-            SetApe(*file_.APETag(), accepted, ofLesser);
+            SetLesser(before, accepted, ReadApe, SetApe, *file_.APETag());
         if (file_.hasID3v1Tag())
             SetId3v1(*file_.ID3v1Tag(), accepted);
     }
 
     void Delete(const NStringList& names) override {
-        if (file_.hasID3v2Tag())
+        clTagRecord before;
+        if (file_.hasID3v2Tag()) {
+            ReadId3v2(*file_.ID3v2Tag(), before);
             DeleteId3v2(*file_.ID3v2Tag(), names);
+        }
         if (file_.hasAPETag())
-            DeleteApe(*file_.APETag(), names);
+            DeleteFromLesser(before, names, ReadApe, DeleteApe, *file_.APETag());
         if (file_.hasID3v1Tag())
             DeleteId3v1(*file_.ID3v1Tag(), names);
     }
@@ -70,7 +73,13 @@ public:
     }
 
 private:
+    // The library makes one where there is none.
+    static TagLib::ID3v2::Tag* Id3v2Of(TagLib::MPEG::File& file) {
+        return file.hasID3v2Tag() ? file.ID3v2Tag() : nullptr;
+    }
+
     TagLib::MPEG::File& file_;
+    Id3v2Source source_;
     int version_;
 };
 
@@ -78,9 +87,11 @@ private:
 class AiffTags : public FormatTags {
 public:
     explicit AiffTags(AiffFile& file)
-        : file_(file), version_(Id3v2VersionToWrite(file.hasID3v2Tag() ? file.tag() : nullptr)) {}
+        : file_(file),
+          source_(Id3v2SourceInChunks(file.hasID3v2Tag() ? file.tag() : nullptr, file)),
+          version_(Id3v2VersionToWrite(file.hasID3v2Tag() ? file.tag() : nullptr)) {}
 
-    bool CanBeWritten() override { return !file_.hasID3v2Tag() || Id3v2SurvivesSave(*file_.tag()); }
+    bool CanBeWritten() override { return source_.SurvivesSave(); }
 
     void Read(clTagRecord& record) override {
         ReadId3v2(*file_.tag(), record);
@@ -100,17 +111,17 @@ public:
 
 private:
     AiffFile& file_;
+    Id3v2Source source_;
     int version_;
 };
 
-// True Audio; the library writes its ID3v2 tag in version 2.4 alone.
 class TrueAudioTags : public FormatTags {
 public:
-    explicit TrueAudioTags(TagLib::TrueAudio::File& file) : file_(file) {}
+    explicit TrueAudioTags(TagLib::TrueAudio::File& file)
+        : file_(file), source_(Id3v2Of(file), file, 0),
+          version_(Id3v2VersionToWrite(Id3v2Of(file))) {}
 
-    bool CanBeWritten() override {
-        return !file_.hasID3v2Tag() || Id3v2SurvivesSave(*file_.ID3v2Tag());
-    }
+    bool CanBeWritten() override { return source_.SurvivesSave(); }
 
     void Read(clTagRecord& record) override {
         if (file_.hasID3v2Tag())
@@ -121,7 +132,7 @@ public:
 
     void Set(clTagRecord& changes, Refusals& refused) override {
         clTagRecord accepted;
-        SetId3v2(*file_.ID3v2Tag(true), changes, Id3v2NewVersion, refused);
+        SetId3v2(*file_.ID3v2Tag(true), changes, version_, refused);
         TakeAccepted(changes, refused, accepted);
         if (file_.hasID3v1Tag())
             SetId3v1(*file_.ID3v1Tag(), accepted);
@@ -134,10 +145,16 @@ public:
             DeleteId3v1(*file_.ID3v1Tag(), names);
     }
 
-    bool Save() override { return file_.save(); }
+    bool Save() override { return SaveInVersion(file_, file_.ID3v2Tag(), version_); }
 
 private:
+    static TagLib::ID3v2::Tag* Id3v2Of(TagLib::TrueAudio::File& file) {
+        return file.hasID3v2Tag() ? file.ID3v2Tag() : nullptr;
+    }
+
     TagLib::TrueAudio::File& file_;
+    Id3v2Source source_;
+    int version_;
 };
 
 } // namespace

@@ -41,6 +41,13 @@ public:
     static bool NeedsFlags(const Frame& frame) {
         return HeaderOf(frame)->encryption() || HeaderOf(frame)->groupingIdentity();
     }
+    static bool IsUnsynchronised(const Frame& frame) {
+        return HeaderOf(frame)->unsynchronisation();
+    }
+    // Its fields are compressed, or stand behind their length.
+    static bool IsPacked(const Frame& frame) {
+        return HeaderOf(frame)->compression() || HeaderOf(frame)->dataLengthIndicator();
+    }
     // The format's wish that a program that doesn't know the frame drops it,
     // and the library's mark for what it won't write.
     static void Keep(Frame& frame) { HeaderOf(frame)->setTagAlterPreservation(false); }

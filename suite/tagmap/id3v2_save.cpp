@@ -6,6 +6,7 @@
 #include <textidentificationframe.h>
 
 #include <algorithm>
+#include <iterator>
 
 namespace tagmap {
 
@@ -66,6 +67,15 @@ void RenameOldestFrames(Tag& tag) {
     for (const Renaming& renaming : OldestFrames)
         for (Frame* frame : FramesOf(tag, renaming.Id))
             RenameFrame(tag, *frame, renaming.NewId);
+}
+
+// A frame of ID3v2.2 for which nothing of the later versions stands.
+bool HasNoNewName(const Frame& frame) {
+    constexpr unsigned NameLength = 4;
+    const ByteVector id = frame.frameID();
+    return id.size() != NameLength &&
+           std::none_of(std::begin(OldestFrames), std::end(OldestFrames),
+                        [&](const Renaming& renaming) { return id == renaming.Id; });
 }
 
 bool HasDigitsOnly(const String& text) {
@@ -175,8 +185,9 @@ TagLib::ID3v2::Version LibraryVersion(int version) {
 
 bool Id3v2SurvivesSave(const Tag& tag) {
     const Frames frames = FramesOf(tag);
-    return std::none_of(frames.begin(), frames.end(),
-                        [](const Frame* frame) { return FrameAccess::NeedsFlags(*frame); });
+    return std::none_of(frames.begin(), frames.end(), [](const Frame* frame) {
+        return FrameAccess::NeedsFlags(*frame) || HasNoNewName(*frame);
+    });
 }
 
 void PrepareId3v2Save(Tag& tag, int version) {
@@ -188,6 +199,17 @@ void PrepareId3v2Save(Tag& tag, int version) {
         CarryNewFrames(tag);
     }
     KeepFlaggedFrames(tag);
+}
+
+bool SaveInVersion(TagLib::File& file, Tag* tag, int version) {
+    if (!tag || tag->isEmpty() || version == Id3v2NewVersion)
+        return file.save();
+    // Before the library's own rendering, for which a CarriedFrame has its name.
+    const ByteVector bytes = tag->render(LibraryVersion(version));
+    if (!file.save())
+        return false;
+    file.insert(bytes, 0, tag->header()->completeTagSize());
+    return true;
 }
 
 } // namespace tagmap

@@ -6,6 +6,7 @@
 
 #include <id3v1tag.h>
 #include <id3v2tag.h>
+#include <tfile.h>
 
 // ID3v2 tags, after the format's documents on id3.org and the tables of the
 // well-known taggers, and the ID3v1 tag that may stand beside them.
@@ -32,7 +33,8 @@ int Id3v2VersionToWrite(const TagLib::ID3v2::Tag* tag);
 TagLib::ID3v2::Version LibraryVersion(int version);
 
 // False if the tag has encrypted or grouped frames: the library saves them
-// without the flags that say so, which makes them unreadable.
+// without the flags that say so, which makes them unreadable. And false for
+// frames of ID3v2.2 that have no name in the later versions: it leaves them out.
 bool Id3v2SurvivesSave(const TagLib::ID3v2::Tag& tag);
 
 void ReadId3v2(const TagLib::ID3v2::Tag& tag, clTagRecord& record);
@@ -50,6 +52,10 @@ void DeleteId3v2(TagLib::ID3v2::Tag& tag, const NStringList& names);
 // This gives them a form that a save in `version` keeps. SetId3v2 does it too;
 // DeleteId3v2, which does not know the version, does it for Id3v2VersionToWrite.
 void PrepareId3v2Save(TagLib::ID3v2::Tag& tag, int version);
+
+// Saves a FLAC or True Audio file, whose `tag` (or null) the library would write
+// in ID3v2.4 alone, with the tag in `version`.
+bool SaveInVersion(TagLib::File& file, TagLib::ID3v2::Tag* tag, int version);
 
 // Seven elements in Latin-1, cut to the lengths of the fields. Genres are
 // those of the format's list, and none for all others.

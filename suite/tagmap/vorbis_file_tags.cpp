@@ -1,6 +1,7 @@
 #include "suite/tagmap/vorbis_file_tags.h"
 
 #include "suite/tagmap/flac_pictures.h"
+#include "suite/tagmap/id3v2_source.h"
 #include "suite/tagmap/id3v2_tags.h"
 #include "suite/tagmap/lesser_tags.h"
 #include "suite/tagmap/ogg_flac_pictures.h"
@@ -21,11 +22,11 @@ constexpr unsigned LargestFlacBlock = 0xFFFFFF; // bytes
 
 class FlacTags : public FormatTags {
 public:
-    explicit FlacTags(TagLib::FLAC::File& file) : file_(file) {}
+    explicit FlacTags(TagLib::FLAC::File& file)
+        : file_(file), id3v2_(Id3v2Of(file), file, 0),
+          id3v2Version_(Id3v2VersionToWrite(Id3v2Of(file))) {}
 
-    bool CanBeWritten() override {
-        return !file_.hasID3v2Tag() || Id3v2SurvivesSave(*file_.ID3v2Tag());
-    }
+    bool CanBeWritten() override { return id3v2_.SurvivesSave(); }
 
     NString EncoderOfStream() const override {
         return file_.hasXiphComment() ? ToNString(file_.xiphComment()->vendorID()) : NString();
@@ -42,23 +43,37 @@ public:
     }
 
     void Set(clTagRecord& changes, Refusals& refused) override {
-        Refusals ofLesser;
+        clTagRecord before;
         clTagRecord accepted;
+        ReadFlacPictures(file_, before);
+        if (file_.hasID3v2Tag())
+            TakeOverPictures(before, changes, ReadId3v2, *file_.ID3v2Tag(),
+                             [&](clTagRecord& pictures) {
+                                 Refusals none;
+                                 SetFlacPictures(file_, pictures, none);
+                             });
         SetVorbis(*file_.xiphComment(true), changes, refused);
         SetFlacPictures(file_, changes, refused);
         TakeAccepted(changes, refused, accepted);
         if (file_.hasID3v2Tag())
-            SetId3v2(*file_.ID3v2Tag(), accepted, Id3v2NewVersion, ofLesser);
+            SetLesser(
+                before, accepted, ReadId3v2,
+                [&](TagLib::ID3v2::Tag& tag, clTagRecord& request, Refusals& refusedThere) {
+                    SetId3v2(tag, request, id3v2Version_, refusedThere);
+                },
+                *file_.ID3v2Tag());
         if (file_.hasID3v1Tag())
             SetId3v1(*file_.ID3v1Tag(), accepted);
     }
 
     void Delete(const NStringList& names) override {
+        clTagRecord before;
+        ReadFlacPictures(file_, before);
         if (file_.hasXiphComment())
             DeleteVorbis(*file_.xiphComment(), names);
         DeleteFlacPictures(file_, names);
         if (file_.hasID3v2Tag())
-            DeleteId3v2(*file_.ID3v2Tag(), names);
+            DeleteFromLesser(before, names, ReadId3v2, DeleteId3v2, *file_.ID3v2Tag());
         if (file_.hasID3v1Tag())
             DeleteId3v1(*file_.ID3v1Tag(), names);
     }
@@ -67,11 +82,17 @@ public:
     bool Save() override {
         return (!file_.hasXiphComment() ||
                 file_.xiphComment()->render(false).size() <= LargestFlacBlock) &&
-               file_.save();
+               SaveInVersion(file_, file_.ID3v2Tag(), id3v2Version_);
     }
 
 private:
+    static TagLib::ID3v2::Tag* Id3v2Of(TagLib::FLAC::File& file) {
+        return file.hasID3v2Tag() ? file.ID3v2Tag() : nullptr;
+    }
+
     TagLib::FLAC::File& file_;
+    Id3v2Source id3v2_;
+    int id3v2Version_;
 };
 
 // Ogg files, which have a comment and nothing beside it.

@@ -1,10 +1,10 @@
 #include "suite/tagmap/wav_file_tags.h"
 
+#include "suite/tagmap/id3v2_source.h"
 #include "suite/tagmap/id3v2_tags.h"
 #include "suite/tagmap/lesser_tags.h"
 #include "suite/tagmap/riff_info_tags.h"
-
-#include <wavfile.h>
+#include "suite/tagmap/wav_file.h"
 
 namespace tagmap {
 
@@ -15,14 +15,13 @@ namespace {
 // alone can't hold makes a chunk.
 class WavTags : public FormatTags {
 public:
-    using File = TagLib::RIFF::WAV::File;
+    using File = WavFile;
     explicit WavTags(File& file)
         : file_(file), usesId3_(file.hasID3v2Tag()), usesInfo_(file.hasInfoTag()),
+          source_(Id3v2SourceInChunks(usesId3_ ? file.ID3v2Tag() : nullptr, file)),
           version_(Id3v2VersionToWrite(usesId3_ ? file.ID3v2Tag() : nullptr)) {}
 
-    bool CanBeWritten() override {
-        return !file_.hasID3v2Tag() || Id3v2SurvivesSave(*file_.ID3v2Tag());
-    }
+    bool CanBeWritten() override { return source_.SurvivesSave(); }
 
     void Read(clTagRecord& record) override {
         if (usesId3_)
@@ -75,13 +74,14 @@ private:
     File& file_;
     bool usesId3_;
     bool usesInfo_;
+    Id3v2Source source_;
     int version_;
 };
 
 } // namespace
 
 std::unique_ptr<FormatTags> MakeWavTags(AudioFile& file) {
-    return std::make_unique<WavTags>(file.As<TagLib::RIFF::WAV::File>());
+    return std::make_unique<WavTags>(file.As<WavFile>());
 }
 
 } // namespace tagmap

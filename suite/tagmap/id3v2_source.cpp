@@ -1,0 +1,148 @@
+#include "suite/tagmap/id3v2_source.h"
+
+#include "suite/tagmap/id3v2_frames.h"
+#include "suite/tagmap/id3v2_tags.h"
+
+#include <id3v2extendedheader.h>
+#include <id3v2header.h>
+#include <id3v2synchdata.h>
+#include <textidentificationframe.h>
+
+namespace tagmap {
+
+namespace {
+
+namespace SynchData = TagLib::ID3v2::SynchData;
+using TagLib::ByteVector;
+using TagLib::File;
+using TagLib::String;
+using TagLib::ID3v2::ExtendedHeader;
+using TagLib::ID3v2::Frame;
+using TagLib::ID3v2::Header;
+using TagLib::ID3v2::Tag;
+using TextFrame = TagLib::ID3v2::TextIdentificationFrame;
+
+constexpr unsigned FooterSize = 10;
+
+// What stands between the tag's header and its end, as the library takes it
+// apart: in the versions before 2.4 the tag as a whole is unsynchronised.
+ByteVector ContentOf(const Header& header, const ByteVector& bytes) {
+    const ByteVector content = bytes.mid(Header::size());
+    if (header.unsynchronisation() &&
+        header.majorVersion() < static_cast<unsigned>(Id3v2NewVersion))
+        return SynchData::decode(content);
+    return content;
+}
+
+unsigned ExtendedHeaderSize(const Header& header, const ByteVector& content) {
+    if (!header.extendedHeader())
+        return 0;
+    ExtendedHeader extended;
+    extended.setData(content);
+    return extended.size() <= content.size() ? extended.size() : 0;
+}
+
+bool IsCode(const String& text) {
+    bool isNumber = false;
+    text.toInt(&isNumber);
+    return isNumber || text == "RX" || text == "CR";
+}
+
+// A genre begins with brackets around something that is no code of one.
+bool HasOtherBrackets(const String& genre) {
+    unsigned at = 0;
+    while (at < genre.size() && genre[static_cast<int>(at)] == L'(') {
+        const int end = genre.find(")", static_cast<int>(at) + 1);
+        if (end < 0)
+            return false;
+        if (!IsCode(genre.substr(at + 1, static_cast<unsigned>(end) - at - 1)))
+            return true;
+        at = static_cast<unsigned>(end) + 1;
+    }
+    return false;
+}
+
+// The fields of a text frame as they stand, from what follows its header.
+TagLib::StringList RawTexts(const ByteVector& fields) {
+    // The library looks into genres by their name.
+    constexpr char PlainText[] = "TIT1";
+    const ByteVector flags(2, '\0');
+    return TextFrame(ByteVector(PlainText) + SynchData::fromUInt(fields.size()) + flags + fields)
+        .fieldList();
+}
+
+void RestoreGenres(TextFrame& frame, const ByteVector& fields) {
+    const TagLib::StringList texts = RawTexts(fields);
+    for (const String& text : texts) {
+        if (HasOtherBrackets(text)) {
+            frame.setText(texts);
+            return;
+        }
+    }
+}
+
+// What follows a frame's header, without the bytes that unsynchronisation put
+// in. In 2.4 it is done frame by frame.
+ByteVector FieldsOf(const Header& header, const Frame& frame, const ByteVector& bytes) {
+    const bool isUnsynchronised =
+        header.majorVersion() >= static_cast<unsigned>(Id3v2NewVersion) &&
+        (header.unsynchronisation() || FrameAccess::IsUnsynchronised(frame));
+    return isUnsynchronised ? SynchData::decode(bytes) : bytes;
+}
+
+// Walks over the frames where they stand; the place behind the last.
+unsigned WalkFrames(Tag& tag, const ByteVector& content) {
+    const unsigned version = tag.header()->majorVersion();
+    unsigned at = ExtendedHeaderSize(*tag.header(), content);
+    for (Frame* frame : FramesOf(tag)) {
+        auto* genre = frame->frameID() == GenreFrame ? dynamic_cast<TextFrame*>(frame) : nullptr;
+        at += Frame::headerSize(version);
+        if (genre && !FrameAccess::IsPacked(*frame))
+            RestoreGenres(*genre, FieldsOf(*tag.header(), *frame, content.mid(at, frame->size())));
+        at += frame->size();
+    }
+    return at;
+}
+
+// Nothing but padding, or less than a frame, follows the last frame.
+bool EndsAt(const Header& header, const ByteVector& content, unsigned at) {
+    unsigned end = content.size();
+    if (header.footerPresent() && end >= FooterSize)
+        end -= FooterSize;
+    return at + Frame::headerSize(header.majorVersion()) >= end ||
+           content[static_cast<int>(at)] == 0;
+}
+
+// The bit of an extended header. In 2.2 it says that the tag is compressed, in a
+// way that was never defined, and in 2.3 the size leaves itself out: the library
+// takes both for what 2.4 has.
+bool IsMisread(const Header& header) {
+    return header.extendedHeader() &&
+           header.majorVersion() < static_cast<unsigned>(Id3v2NewVersion);
+}
+
+} // namespace
+
+Id3v2Source::Id3v2Source(Tag* tag, const ByteVector& bytes) {
+    if (!tag)
+        return;
+    const Header& header = *tag->header();
+    // A damaged tag that claims more than there is would take the audio with it.
+    if (bytes.size() < header.completeTagSize() || IsMisread(header)) {
+        survives_ = false;
+        return;
+    }
+    const ByteVector content = ContentOf(header, bytes);
+    survives_ = EndsAt(header, content, WalkFrames(*tag, content)) && Id3v2SurvivesSave(*tag);
+}
+
+Id3v2Source::Id3v2Source(Tag* tag, File& file, long offset) {
+    if (!tag)
+        return;
+    file.seek(offset);
+    const ByteVector bytes = file.readBlock(tag->header()->completeTagSize());
+    const bool isThere = bytes.startsWith(Header::fileIdentifier());
+    *this = Id3v2Source(tag, isThere ? bytes : ByteVector());
+}
+
+} // namespace tagmap
