@@ -47,11 +47,13 @@ set(shell_windows
 set(tagmap_windows
     suite/tagmap/aiff_text_chunks.cpp
     suite/tagmap/ape_pictures.cpp
+    suite/tagmap/ape_save.cpp
     suite/tagmap/ape_tags.cpp
     suite/tagmap/asf_tags.cpp
     suite/tagmap/audio_file.cpp
     suite/tagmap/field_rules.cpp
     suite/tagmap/file_stream.cpp
+    suite/tagmap/flac_blocks.cpp
     suite/tagmap/flac_pictures.cpp
     suite/tagmap/format_tags.cpp
     suite/tagmap/id3v1_tags.cpp
@@ -69,6 +71,7 @@ set(tagmap_windows
     suite/tagmap/mp4_boxes.cpp
     suite/tagmap/mp4_tags.cpp
     suite/tagmap/mpeg_frames.cpp
+    suite/tagmap/ogg_flac_comment.cpp
     suite/tagmap/ogg_flac_pictures.cpp
     suite/tagmap/pictures.cpp
     suite/tagmap/rating.cpp
@@ -77,6 +80,7 @@ set(tagmap_windows
     suite/tagmap/tag_file.cpp
     suite/tagmap/tag_values.cpp
     suite/tagmap/vorbis_file_tags.cpp
+    suite/tagmap/vorbis_save.cpp
     suite/tagmap/vorbis_tags.cpp
     suite/tagmap/wav_file_tags.cpp)
 set(querytrackdata_windows

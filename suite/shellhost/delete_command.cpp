@@ -1,4 +1,5 @@
 #include "codec/tag_exchange.h"
+#include "suite/shellhost/change_report.h"
 #include "suite/shellhost/command.h"
 #include "suite/shellhost/console.h"
 #include "suite/shellhost/full_path.h"
@@ -11,27 +12,17 @@ namespace {
 // tag, and outlives it.
 constexpr wchar_t OutlivesTheTag[] = L"encoder";
 
-bool Report(const NString& name) {
-    Console::Error(NString(L"shellhost: the file still holds ").Concat(name.Text));
-    return false;
-}
-
-bool NamedAreGone(clTagRecord& before, clTagRecord& after, const NStringList& names) {
-    NStringList left;
-    FindLeft(before, after, names, left);
-    for (int index = 0; index < left.Count; ++index)
-        Report(*left[index]);
-    return left.Count == 0;
-}
-
-bool AllAreGone(clTagRecord& after) {
-    bool gone = true;
+void FindAllLeft(clTagRecord& after, NStringList& left) {
     for (int index = 0; index < after.Count(); ++index) {
         const NString& name = after[index]->Name;
         if (name.Compare(OutlivesTheTag, 0, true) != 0)
-            gone = Report(name);
+            left.Add(name);
     }
-    return gone;
+}
+
+void TellOfLeft(const NString& path, const NStringList& left) {
+    for (int index = 0; index < left.Count; ++index)
+        TellOfFile(path, NString(L"still holds ").Concat(left[index]->Text));
 }
 } // namespace
 
@@ -59,6 +50,14 @@ int RunDeleteCommand(ModuleHost& module, const Arguments& arguments) {
         Console::Error(problem);
         return ExitFailed;
     }
-    bool gone = names.Count > 0 ? NamedAreGone(before, after, names) : AllAreGone(after);
-    return gone ? ExitDone : ExitFailed;
+    NStringList left;
+    if (names.Count > 0)
+        FindLeft(before, after, names, left);
+    else
+        FindAllLeft(after, left);
+    if (left.Count == 0)
+        return ExitDone;
+    if (!TellIfNothingWasWritten(path, before, after))
+        TellOfLeft(path, left);
+    return ExitFailed;
 }

@@ -1,4 +1,5 @@
 #include "codec/tag_exchange.h"
+#include "suite/shellhost/change_report.h"
 #include "suite/shellhost/command.h"
 #include "suite/shellhost/console.h"
 #include "suite/shellhost/element_argument.h"
@@ -9,23 +10,50 @@
 #include "suite/shellhost/tag_text.h"
 
 namespace {
+// Appends to `missing` the elements of `changes` that the tag doesn't hold.
+void FindMissing(clTagRecord& tag, clTagRecord& changes, clTagRecord& missing) {
+    for (int index = 0; index < changes.Count(); ++index) {
+        const clTagElement& wanted = *changes[index];
+        if (!HoldsElement(tag, wanted))
+            missing.AddCopy(wanted);
+    }
+}
+
+void TellOfMissing(const NString& path, clTagRecord& missing) {
+    for (int index = 0; index < missing.Count(); ++index) {
+        const clTagElement& element = *missing[index];
+        if (element.Value.IsEmpty() && element.Data.Size == 0)
+            TellOfFile(path, NString(L"still holds ").Concat(element.Name.Text));
+        else
+            TellOfFile(path,
+                       NString(L"the value was not taken: ").Concat(ElementLine(element).Text));
+    }
+}
+
 // The exchange reports no failure of the tag program, so the file is asked.
-int CheckChanges(const NString& path, clTagRecord& changes) {
-    clTagRecord now;
+int ChangeAndCheck(const NString& path, clTagRecord& changes) {
+    clTagRecord before;
+    clTagRecord after;
+    clTagRecord missing;
     NString problem;
-    if (!ReadTag(path, now, problem)) {
+    if (!ReadTag(path, before, problem)) {
         Console::Error(problem);
         return ExitFailed;
     }
-    int result = ExitDone;
-    for (int index = 0; index < changes.Count(); ++index) {
-        if (HoldsElement(now, *changes[index]))
-            continue;
-        Console::Error(NString(L"shellhost: the file doesn't hold ")
-                           .Concat(ElementLine(*changes[index]).Text));
-        result = ExitFailed;
+    if (!RunSetTags(path.Text, changes)) {
+        TellOfFile(path, L"the tag program can't be started");
+        return ExitFailed;
     }
-    return result;
+    if (!ReadTag(path, after, problem)) {
+        Console::Error(problem);
+        return ExitFailed;
+    }
+    FindMissing(after, changes, missing);
+    if (missing.Count() == 0)
+        return ExitDone;
+    if (!TellIfNothingWasWritten(path, before, after))
+        TellOfMissing(path, missing);
+    return ExitFailed;
 }
 } // namespace
 
@@ -46,9 +74,5 @@ int RunSetCommand(ModuleHost& module, const Arguments& arguments) {
         Console::Error(module.Problem());
         return ExitFailed;
     }
-    if (!RunSetTags(path.Text, changes)) {
-        Console::Error(L"shellhost: the tag program can't be started");
-        return ExitFailed;
-    }
-    return CheckChanges(path, changes);
+    return ChangeAndCheck(path, changes);
 }

@@ -4,6 +4,7 @@
 #include "foundation/module_instance.h"
 #include "foundation/ndisk.h"
 #include "foundation/nfolders.h"
+#include "suite/shellhost/file_problem.h"
 
 namespace {
 bool IsFile(const NString& path) {
@@ -16,9 +17,8 @@ NString ReasonForNoReply(const NString& path) {
     NString sibling = NGetModuleFolder(NModuleInstance()).Concat(L"QueryTrackData.exe");
     if (!IsFile(sibling))
         return NString(L"the tag program is missing: ").Concat(sibling.Text);
-    if (!IsFile(path))
-        return L"no such file";
-    return L"the tag program can't read it";
+    NString problem = ReadProblem(path);
+    return problem.IsEmpty() ? L"it isn't audio that the tag program can read" : problem;
 }
 } // namespace
 

@@ -50,8 +50,21 @@ TEST_F(TagReading, SaysThatAFileIsNotThere) {
     NString path = folder_.File(L"none.wav");
     EXPECT_FALSE(Read(path));
     EXPECT_EQ(problem_, ProblemWith(path, L"no such file"));
+}
+
+TEST_F(TagReading, SaysThatAFolderIsOne) {
+    LoadModule();
     EXPECT_FALSE(Read(folder_.Path()));
-    EXPECT_EQ(problem_, ProblemWith(folder_.Path(), L"no such file"));
+    EXPECT_EQ(problem_, ProblemWith(folder_.Path(), L"it is a folder, not a file"));
+}
+
+TEST_F(TagReading, SaysThatAnotherProgramHasTheFileOpen) {
+    LoadModule();
+    NString path = folder_.File(L"a.wav");
+    WriteSoundFile(path);
+    NFile other(path, GENERIC_READ, OPEN_EXISTING, false, false);
+    EXPECT_FALSE(Read(path));
+    EXPECT_EQ(problem_, ProblemWith(path, L"another program has it open"));
 }
 
 TEST_F(TagReading, SaysThatTheTagProgramCanNotReadIt) {
@@ -59,7 +72,7 @@ TEST_F(TagReading, SaysThatTheTagProgramCanNotReadIt) {
     NString path = folder_.File(L"text.mp3");
     NFile(path, GENERIC_WRITE, CREATE_ALWAYS, false, false).Write("no audio", 8, NFile::NoSeek);
     EXPECT_FALSE(Read(path));
-    EXPECT_EQ(problem_, ProblemWith(path, L"the tag program can't read it"));
+    EXPECT_EQ(problem_, ProblemWith(path, L"it isn't audio that the tag program can read"));
 }
 
 TEST_F(TagReading, SaysWhereTheTagProgramIsMissing) {
