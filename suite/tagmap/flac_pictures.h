@@ -10,7 +10,8 @@
 // The pictures of FLAC files and of Vorbis comments, which have one layout:
 // that of RFC 9639, section 8.8, in a block of its own or as base64 in a
 // comment METADATA_BLOCK_PICTURE. A COVERART comment, which holds a picture
-// without further facts, is read too, and a write makes it one of those.
+// without further facts, is read too, and the library makes it one of those in
+// any save, whatever was changed; a COVERARTMIME beside it stays.
 namespace tagmap {
 
 // A FLAC file's pictures: its blocks, then those of its comment. A write that

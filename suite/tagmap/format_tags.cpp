@@ -1,5 +1,6 @@
 #include "suite/tagmap/format_tags.h"
 
+#include "suite/tagmap/ape_save.h"
 #include "suite/tagmap/ape_tags.h"
 #include "suite/tagmap/asf_tags.h"
 #include "suite/tagmap/field_rules.h"
@@ -65,6 +66,9 @@ class ApeFamilyTags : public FormatTags {
 public:
     explicit ApeFamilyTags(File& file) : file_(file) {}
 
+    bool CanBeWritten() override {
+        return !file_.hasAPETag() || ApeSurvivesSave(file_, *file_.APETag(), file_.hasID3v1Tag());
+    }
     bool KeepsDescriptions() const override { return false; }
     bool HoldsOnePictureOfAKind() const override { return true; }
 

@@ -1,11 +1,14 @@
 #include "suite/tagmap/vorbis_file_tags.h"
 
+#include "suite/tagmap/flac_blocks.h"
 #include "suite/tagmap/flac_pictures.h"
 #include "suite/tagmap/id3v2_source.h"
 #include "suite/tagmap/id3v2_tags.h"
 #include "suite/tagmap/lesser_tags.h"
+#include "suite/tagmap/ogg_flac_comment.h"
 #include "suite/tagmap/ogg_flac_pictures.h"
 #include "suite/tagmap/pictures.h"
+#include "suite/tagmap/vorbis_save.h"
 #include "suite/tagmap/vorbis_tags.h"
 
 #include <flacfile.h>
@@ -13,6 +16,8 @@
 #include <opusfile.h>
 #include <speexfile.h>
 #include <vorbisfile.h>
+
+#include <optional>
 
 namespace tagmap {
 
@@ -98,8 +103,18 @@ private:
 // Ogg files, which have a comment and nothing beside it.
 class OggTags : public FormatTags {
 public:
-    OggTags(TagLib::File& file, TagLib::Ogg::XiphComment& comment)
-        : file_(file), comment_(comment) {}
+    // Where in the second packet the list begins, behind a mark.
+    static constexpr unsigned ListAtInVorbis = 7;
+    static constexpr unsigned ListAtInOpus = 8;
+    static constexpr unsigned ListAtInSpeex = 0;
+
+    OggTags(TagLib::Ogg::File& file, TagLib::Ogg::XiphComment& comment, unsigned listAt)
+        : file_(file), comment_(comment), listAt_(listAt) {}
+
+    bool CanBeWritten() override {
+        const std::optional<VorbisList> list = ParseVorbisList(file_.packet(1).mid(listAt_));
+        return list && VorbisSurvivesSave(*list, comment_) && !HasDataToKeep(*list);
+    }
 
     NString EncoderOfStream() const override { return ToNString(comment_.vendorID()); }
 
@@ -122,8 +137,16 @@ public:
     bool Save() override { return file_.save(); }
 
 private:
-    TagLib::File& file_;
+    // Opus may have binary data behind the list, which is to be kept if its
+    // first bit is set (RFC 7845, section 5.2); the library drops it. What
+    // Vorbis has there is its framing bit.
+    bool HasDataToKeep(const VorbisList& list) const {
+        return listAt_ == ListAtInOpus && !list.Behind.isEmpty() && (list.Behind[0] & 1) != 0;
+    }
+
+    TagLib::Ogg::File& file_;
     TagLib::Ogg::XiphComment& comment_;
+    unsigned listAt_;
 };
 
 bool NamesPictures(clTagRecord& changes) {
@@ -139,8 +162,9 @@ bool NamesPictures(const NStringList& names) {
 class OggFlacTags : public OggTags {
 public:
     explicit OggFlacTags(TagLib::Ogg::FLAC::File& file)
-        : OggTags(file, *file.tag()), flacFile_(file) {}
+        : OggTags(file, *file.tag(), 0), flacFile_(file) {}
 
+    bool CanBeWritten() override { return OggFlacSurvivesSave(flacFile_); }
     void Read(clTagRecord& record) override {
         MovePictureBlocksToComment(flacFile_);
         OggTags::Read(record);
@@ -155,19 +179,16 @@ public:
             MovePictureBlocksToComment(flacFile_);
         OggTags::Delete(names);
     }
-    // The comment is a block here too, with a length of 24 bits.
-    bool Save() override {
-        return flacFile_.tag()->render(false).size() <= LargestFlacBlock && OggTags::Save();
-    }
+    bool Save() override { return SaveOggFlac(flacFile_); }
 
 private:
     TagLib::Ogg::FLAC::File& flacFile_;
 };
 
 template <typename File>
-std::unique_ptr<FormatTags> OggTagsOf(AudioFile& file) {
-    auto* comment = file.As<File>().tag();
-    return comment ? std::make_unique<OggTags>(file.File(), *comment) : nullptr;
+std::unique_ptr<FormatTags> OggTagsOf(AudioFile& file, unsigned listAt) {
+    auto& ogg = file.As<File>();
+    return ogg.tag() ? std::make_unique<OggTags>(ogg, *ogg.tag(), listAt) : nullptr;
 }
 
 } // namespace
@@ -177,15 +198,15 @@ std::unique_ptr<FormatTags> MakeFlacTags(AudioFile& file) {
 }
 
 std::unique_ptr<FormatTags> MakeOggVorbisTags(AudioFile& file) {
-    return OggTagsOf<TagLib::Vorbis::File>(file);
+    return OggTagsOf<TagLib::Vorbis::File>(file, OggTags::ListAtInVorbis);
 }
 
 std::unique_ptr<FormatTags> MakeOpusTags(AudioFile& file) {
-    return OggTagsOf<TagLib::Ogg::Opus::File>(file);
+    return OggTagsOf<TagLib::Ogg::Opus::File>(file, OggTags::ListAtInOpus);
 }
 
 std::unique_ptr<FormatTags> MakeSpeexTags(AudioFile& file) {
-    return OggTagsOf<TagLib::Ogg::Speex::File>(file);
+    return OggTagsOf<TagLib::Ogg::Speex::File>(file, OggTags::ListAtInSpeex);
 }
 
 std::unique_ptr<FormatTags> MakeOggFlacTags(AudioFile& file) {
