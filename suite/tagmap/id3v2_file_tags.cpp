@@ -1,6 +1,7 @@
 #include "suite/tagmap/id3v2_file_tags.h"
 
 #include "suite/tagmap/aiff_text_chunks.h"
+#include "suite/tagmap/ape_save.h"
 #include "suite/tagmap/ape_tags.h"
 #include "suite/tagmap/id3v2_source.h"
 #include "suite/tagmap/id3v2_tags.h"
@@ -21,7 +22,10 @@ public:
         : file_(file), source_(Id3v2Of(file), file, 0),
           version_(Id3v2VersionToWrite(Id3v2Of(file))) {}
 
-    bool CanBeWritten() override { return source_.SurvivesSave(); }
+    bool CanBeWritten() override {
+        return source_.SurvivesSave() &&
+               (!file_.hasAPETag() || ApeSurvivesSave(file_, *file_.APETag(), file_.hasID3v1Tag()));
+    }
 
     void Read(clTagRecord& record) override {
         if (file_.hasID3v2Tag())

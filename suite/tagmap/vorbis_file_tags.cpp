@@ -31,7 +31,7 @@ public:
         : file_(file), id3v2_(Id3v2Of(file), file, 0),
           id3v2Version_(Id3v2VersionToWrite(Id3v2Of(file))) {}
 
-    bool CanBeWritten() override { return id3v2_.SurvivesSave(); }
+    bool CanBeWritten() override { return id3v2_.SurvivesSave() && FlacSurvivesSave(file_); }
 
     NString EncoderOfStream() const override {
         return file_.hasXiphComment() ? ToNString(file_.xiphComment()->vendorID()) : NString();
