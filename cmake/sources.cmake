@@ -186,8 +186,11 @@ set(tagmap_tests_windows
     tests/tagmap/file_stream_test.cpp
     tests/tagmap/flac_pictures_test.cpp
     tests/tagmap/id3v1_tags_test.cpp
+    tests/tagmap/id3v2_file_tags_test.cpp
     tests/tagmap/id3v2_pictures_test.cpp
+    tests/tagmap/id3v2_source_test.cpp
     tests/tagmap/id3v2_tags_test.cpp
+    tests/tagmap/lesser_tags_test.cpp
     tests/tagmap/mapping_table_test.cpp
     tests/tagmap/mp4_boxes_test.cpp
     tests/tagmap/mp4_tags_test.cpp
@@ -200,6 +203,7 @@ set(tagmap_tests_windows
     tests/tagmap/tag_values_test.cpp
     tests/tagmap/vorbis_tags_test.cpp)
 set(querytrackdata_tests_windows
+    tests/faults/hostile_sizes_test.cpp
     tests/faults/kill_test.cpp
     tests/querytrackdata/command_line_test.cpp
     tests/querytrackdata/disk_change_watch.cpp

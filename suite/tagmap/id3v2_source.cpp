@@ -113,6 +113,12 @@ bool EndsAt(const Header& header, const ByteVector& content, unsigned at) {
            content[static_cast<int>(at)] == 0;
 }
 
+// The library counts what follows a tag and is one too as its padding.
+bool HasTagBehind(const Header& header, const ByteVector& bytes) {
+    constexpr unsigned SizeAt = 6;
+    return SynchData::toUInt(bytes.mid(SizeAt, sizeof(uint32_t))) != header.tagSize();
+}
+
 // The bit of an extended header. In 2.2 it says that the tag is compressed, in a
 // way that was never defined, and in 2.3 the size leaves itself out: the library
 // takes both for what 2.4 has.
@@ -128,7 +134,8 @@ Id3v2Source::Id3v2Source(Tag* tag, const ByteVector& bytes) {
         return;
     const Header& header = *tag->header();
     // A damaged tag that claims more than there is would take the audio with it.
-    if (bytes.size() < header.completeTagSize() || IsMisread(header)) {
+    if (bytes.size() < header.completeTagSize() || IsMisread(header) ||
+        HasTagBehind(header, bytes)) {
         survives_ = false;
         return;
     }
