@@ -31,6 +31,12 @@ set(codec_portable
 set(codec_windows
     codec/tag_exchange.cpp)
 
+set(toolkit_windows)
+
+set(audiopage_windows)
+
+set(tagpage_windows)
+
 set(shell_windows
     shell/class_factory.cpp
     shell/com_module.cpp
@@ -96,6 +102,7 @@ set(querytrackdata_windows
     suite/querytrackdata/safe_write.cpp
     suite/querytrackdata/tag_edits.cpp
     suite/querytrackdata/writer_lock.cpp)
+set(decoder_windows)
 set(shellhost_windows
     suite/shellhost/change_report.cpp
     suite/shellhost/command.cpp
@@ -153,6 +160,12 @@ set(codec_tests_portable
     tests/codec/tag_record_test.cpp)
 set(codec_tests_windows
     tests/codec/tag_exchange_test.cpp)
+
+set(toolkit_tests_windows)
+
+set(audiopage_tests_windows)
+
+set(tagpage_tests_windows)
 
 set(shell_tests_windows
     tests/shell/class_factory_test.cpp
@@ -216,6 +229,7 @@ set(querytrackdata_tests_windows
     tests/querytrackdata/requests_test.cpp
     tests/querytrackdata/safe_write_test.cpp
     tests/querytrackdata/test_files.cpp)
+set(decoder_tests_windows)
 set(shellhost_tests_windows
     tests/shellhost/commands_test.cpp
     tests/shellhost/console_test.cpp
@@ -233,10 +247,12 @@ set(shellhost_tests_windows
 
 # The lists stand above as seen from the root; folders further down use them too.
 foreach(list IN ITEMS
-        foundation_portable foundation_windows codec_portable codec_windows shell_windows
-        tagmap_windows querytrackdata_windows shellhost_windows
+        foundation_portable foundation_windows codec_portable codec_windows
+        toolkit_windows audiopage_windows tagpage_windows shell_windows
+        tagmap_windows querytrackdata_windows decoder_windows shellhost_windows
         test_support_windows native_support foundation_tests_portable foundation_tests_windows
-        codec_tests_portable codec_tests_windows shell_tests_windows
+        codec_tests_portable codec_tests_windows toolkit_tests_windows
+        audiopage_tests_windows tagpage_tests_windows shell_tests_windows decoder_tests_windows
         shell_registration_tests_windows tagmap_tests_windows
         querytrackdata_tests_windows shellhost_tests_windows)
     list(TRANSFORM ${list} PREPEND ${CMAKE_CURRENT_LIST_DIR}/../)
