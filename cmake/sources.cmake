@@ -192,11 +192,13 @@ set(shell_registration_tests_windows
 set(tagmap_tests_windows
     tests/querytrackdata/test_files.cpp
     tests/tagmap/aiff_text_chunks_test.cpp
+    tests/tagmap/ape_save_test.cpp
     tests/tagmap/ape_tags_test.cpp
     tests/tagmap/asf_tags_test.cpp
     tests/tagmap/audio_file_test.cpp
     tests/tagmap/field_rules_test.cpp
     tests/tagmap/file_stream_test.cpp
+    tests/tagmap/flac_blocks_test.cpp
     tests/tagmap/flac_pictures_test.cpp
     tests/tagmap/id3v1_tags_test.cpp
     tests/tagmap/id3v2_file_tags_test.cpp
@@ -208,13 +210,16 @@ set(tagmap_tests_windows
     tests/tagmap/mp4_boxes_test.cpp
     tests/tagmap/mp4_tags_test.cpp
     tests/tagmap/mpeg_frames_test.cpp
+    tests/tagmap/ogg_flac_comment_test.cpp
     tests/tagmap/ogg_flac_pictures_test.cpp
     tests/tagmap/pictures_test.cpp
     tests/tagmap/rating_test.cpp
     tests/tagmap/riff_info_tags_test.cpp
     tests/tagmap/tag_file_test.cpp
     tests/tagmap/tag_values_test.cpp
-    tests/tagmap/vorbis_tags_test.cpp)
+    tests/tagmap/vorbis_save_test.cpp
+    tests/tagmap/vorbis_tags_test.cpp
+    tests/tagmap/wav_file_tags_test.cpp)
 set(querytrackdata_tests_windows
     tests/faults/hostile_sizes_test.cpp
     tests/faults/kill_test.cpp
