@@ -30,21 +30,24 @@ struct RawTag {
     ByteVector Items;
 };
 
-// The bytes between header and footer. Nothing if the footer says what is
-// wrong, or what the library would not write again.
-std::optional<RawTag> ReadRaw(TagLib::File& file, bool hasId3v1) {
-    const int64_t end = int64_t{file.length()} - (hasId3v1 ? Id3v1Size : 0);
+// Empty if there is no tag. `end` is where it would end.
+ByteVector ReadFooter(TagLib::File& file, int64_t end) {
     if (end < FooterSize)
-        return std::nullopt;
+        return ByteVector();
     file.seek(static_cast<long>(end - FooterSize));
     const ByteVector footer = file.readBlock(FooterSize);
+    return footer.startsWith(Tag::fileIdentifier()) ? footer : ByteVector();
+}
+
+// The bytes between header and footer. Nothing if the footer says what is
+// wrong, or what the library would not write again.
+std::optional<RawTag> ReadRaw(TagLib::File& file, int64_t end, const ByteVector& footer) {
     const unsigned version = footer.toUInt(VersionAt, false);
     const unsigned size = footer.toUInt(SizeAt, false);
     const unsigned flags = footer.toUInt(FlagsAt, false);
     const bool hasHeader = (flags & HeaderFlag) != 0;
     const int64_t begin = end - size - (hasHeader ? FooterSize : 0);
-    if (!footer.startsWith(Tag::fileIdentifier()) || size < FooterSize || begin < 0 ||
-        (flags & ~(HeaderFlag | FooterFlag)) != 0 ||
+    if (size < FooterSize || begin < 0 || (flags & ~(HeaderFlag | FooterFlag)) != 0 ||
         (version != OldVersion && version != NewVersion))
         return std::nullopt;
     file.seek(static_cast<long>(begin));
@@ -78,15 +81,19 @@ bool IsPadding(const ByteVector& bytes) {
 
 } // namespace
 
-bool ApeSurvivesSave(TagLib::File& file, const Tag& tag, bool hasId3v1) {
-    const std::optional<RawTag> raw = ReadRaw(file, hasId3v1);
+bool ApeSurvivesSave(TagLib::File& file, const Tag* tag, bool hasId3v1) {
+    const int64_t end = int64_t{file.length()} - (hasId3v1 ? Id3v1Size : 0);
+    const ByteVector footer = ReadFooter(file, end);
+    if (footer.isEmpty())
+        return true;
+    const std::optional<RawTag> raw = ReadRaw(file, end, footer);
     // As many different keys as items: none stands twice.
-    if (!raw || raw->Count != tag.itemListMap().size())
+    if (!raw || !tag || raw->Count != tag->itemListMap().size())
         return false;
     unsigned at = 0;
     for (unsigned item = 0; item < raw->Count; ++item) {
         const unsigned size = ItemSize(raw->Items, at);
-        if (size == 0 || !Survives(raw->Items.mid(at, size), tag))
+        if (size == 0 || !Survives(raw->Items.mid(at, size), *tag))
             return false;
         at += size;
     }

@@ -67,7 +67,7 @@ public:
     explicit ApeFamilyTags(File& file) : file_(file) {}
 
     bool CanBeWritten() override {
-        return !file_.hasAPETag() || ApeSurvivesSave(file_, *file_.APETag(), file_.hasID3v1Tag());
+        return ApeSurvivesSave(file_, file_.APETag(), file_.hasID3v1Tag());
     }
     bool KeepsDescriptions() const override { return false; }
     bool HoldsOnePictureOfAKind() const override { return true; }

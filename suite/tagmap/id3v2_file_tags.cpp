@@ -24,7 +24,7 @@ public:
 
     bool CanBeWritten() override {
         return source_.SurvivesSave() &&
-               (!file_.hasAPETag() || ApeSurvivesSave(file_, *file_.APETag(), file_.hasID3v1Tag()));
+               ApeSurvivesSave(file_, file_.APETag(), file_.hasID3v1Tag());
     }
 
     void Read(clTagRecord& record) override {
