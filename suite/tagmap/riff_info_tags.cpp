@@ -4,6 +4,7 @@
 #include "suite/tagmap/mapping_table.h"
 #include "suite/tagmap/rating.h"
 
+#include <set>
 #include <string>
 
 namespace tagmap {
@@ -22,33 +23,13 @@ constexpr unsigned IdLength = 4;
 // In front of a text that is no UTF-8 in the file; no text has this unit.
 constexpr wchar_t OtherEncodingMark = 0xFFFF;
 
-bool IsContinuation(char byte) {
-    return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
-}
-
-// The length of a UTF-8 sequence by its first byte, 0 for no such byte.
-unsigned SequenceLength(char byte) {
-    const auto first = static_cast<unsigned char>(byte);
-    if (first < 0x80)
-        return 1;
-    if (first >= 0xC2 && first < 0xE0)
-        return 2;
-    if (first >= 0xE0 && first < 0xF0)
-        return 3;
-    return first >= 0xF0 && first < 0xF5 ? 4 : 0;
-}
-
-bool IsUtf8(const ByteVector& data) {
-    for (unsigned index = 0; index < data.size();) {
-        const unsigned length = SequenceLength(data[static_cast<int>(index)]);
-        if (length == 0 || length > data.size() - index)
-            return false;
-        for (unsigned next = 1; next < length; ++next)
-            if (!IsContinuation(data[static_cast<int>(index + next)]))
-                return false;
-        index += length;
-    }
-    return true;
+// RIFF asks for a zero byte behind a text, which some writers leave out, and
+// others follow with more.
+ByteVector WithoutZeros(ByteVector data) {
+    unsigned size = data.size();
+    while (size > 0 && data[static_cast<int>(size) - 1] == 0)
+        --size;
+    return data.resize(size);
 }
 
 // The entries have no encoding: ours is UTF-8, and older programs write that
@@ -56,15 +37,22 @@ bool IsUtf8(const ByteVector& data) {
 // every byte, and are written as they were.
 class EntryTexts : public StringHandler {
 public:
+    // The decoder gives nothing for what is no UTF-8.
     String parse(const ByteVector& data) const override {
-        if (IsUtf8(data))
-            return String(data, String::UTF8);
+        const String text(data, String::UTF8);
+        if (IsWhole(data, text))
+            return text;
         return String(std::wstring(1, OtherEncodingMark)) + String(data, String::Latin1);
     }
     ByteVector render(const String& text) const override {
         if (text[0] == OtherEncodingMark)
             return text.substr(1).data(String::Latin1);
         return text.data(String::UTF8);
+    }
+
+private:
+    static bool IsWhole(const ByteVector& data, const String& text) {
+        return text.isEmpty() ? WithoutZeros(data).isEmpty() : text[0] != OtherEncodingMark;
     }
 };
 
@@ -138,8 +126,15 @@ bool EntryOf(const Tag& tag, const NString& name, ByteVector& id) {
     return true;
 }
 
+// Bytes without a text, carriage returns alone, half of a surrogate pair (the
+// library writes nothing for such a text), or our mark.
+bool IsNoEntryText(const clTagElement& element) {
+    const String text = JoinForSingleField(SplitValues(element.Value));
+    return text.data(String::UTF8).isEmpty() || text[0] == OtherEncodingMark;
+}
+
 bool WriteElement(Tag& tag, const clTagElement& element) {
-    if (element.Data.Size > 0 && element.Value.IsEmpty())
+    if (!AsksRemoval(element) && IsNoEntryText(element))
         return false;
     ByteVector id;
     const clMappingRow* row = FindMappingRow(element.Name);
@@ -161,7 +156,32 @@ void RemoveElement(Tag& tag, const NString& name) {
         tag.removeField(id);
 }
 
+// An entry with nothing but zeros says nothing.
+bool EntrySurvives(const Tag& tag, const ByteVector& id, const ByteVector& data) {
+    const ByteVector text = WithoutZeros(data);
+    return text.isEmpty() || Installer.Texts.render(tag.fieldText(id)) == text;
+}
+
 } // namespace
+
+bool RiffInfoSurvivesSave(const ByteVector& list, const Tag& tag) {
+    constexpr unsigned ListNameSize = 4;
+    constexpr unsigned EntryHeaderSize = 8;
+    std::set<std::string> ids;
+    unsigned at = ListNameSize;
+    while (at < list.size()) {
+        if (list.size() - at < EntryHeaderSize)
+            return WithoutZeros(list.mid(at)).isEmpty();
+        const ByteVector id = list.mid(at, IdLength);
+        const unsigned size = list.toUInt(at + IdLength, false);
+        at += EntryHeaderSize;
+        if (size > list.size() - at || !EntrySurvives(tag, id, list.mid(at, size)) ||
+            !ids.emplace(id.data(), id.size()).second)
+            return false;
+        at += size + size % 2;
+    }
+    return true;
+}
 
 void ReadRiffInfo(const Tag& tag, clTagRecord& record) {
     for (const clMappingRow& row : MappingRows())

@@ -1,5 +1,6 @@
 #include "suite/tagmap/wav_file_tags.h"
 
+#include "suite/tagmap/field_rules.h"
 #include "suite/tagmap/id3v2_source.h"
 #include "suite/tagmap/id3v2_tags.h"
 #include "suite/tagmap/lesser_tags.h"
@@ -11,8 +12,9 @@ namespace tagmap {
 namespace {
 
 // WAV: the ID3v2 chunk counts first. Of it and the INFO list those that the
-// file has are kept in step; a file with neither gets both. What an INFO list
-// alone can't hold makes a chunk.
+// file has are kept in step: the list gets what the chunk has taken. A file with
+// neither gets both. What an INFO list alone can't hold makes a chunk. Entries
+// (`_riff_<id>`) belong to the list alone, and make one.
 class WavTags : public FormatTags {
 public:
     using File = WavFile;
@@ -21,7 +23,7 @@ public:
           source_(Id3v2SourceInChunks(usesId3_ ? file.ID3v2Tag() : nullptr, file)),
           version_(Id3v2VersionToWrite(usesId3_ ? file.ID3v2Tag() : nullptr)) {}
 
-    bool CanBeWritten() override { return source_.SurvivesSave(); }
+    bool CanBeWritten() override { return source_.SurvivesSave() && ListsSurviveSave(); }
 
     void Read(clTagRecord& record) override {
         if (usesId3_)
@@ -31,15 +33,19 @@ public:
     }
 
     void Set(clTagRecord& changes, Refusals& refused) override {
+        clTagRecord entries;
+        clTagRecord others;
+        for (int index = 0; index < changes.Count(); ++index)
+            (IsEntry(*changes[index]) ? entries : others).AddCopy(*changes[index]);
         if (!usesId3_ && !usesInfo_)
             usesId3_ = usesInfo_ = true;
-        Refusals byInfo;
-        if (usesInfo_)
-            SetRiffInfo(*file_.InfoTag(), changes, byInfo);
-        if (byInfo.Names().Count > 0)
-            usesId3_ = true;
+        usesId3_ = usesId3_ || NeedsChunk(others);
         if (usesId3_)
-            SetChunk(changes, byInfo, refused);
+            SetChunk(others, refused);
+        else
+            SetRiffInfo(*file_.InfoTag(), others, refused);
+        SetRiffInfo(*file_.InfoTag(), entries, refused);
+        usesInfo_ = usesInfo_ || !file_.InfoTag()->isEmpty();
     }
 
     void Delete(const NStringList& names) override {
@@ -60,15 +66,49 @@ public:
     }
 
 private:
-    // Refused is what neither takes.
-    void SetChunk(clTagRecord& changes, const Refusals& byInfo, Refusals& refused) {
-        Refusals byChunk;
-        SetId3v2(*file_.ID3v2Tag(), changes, version_, byChunk);
-        for (int index = 0; index < byChunk.Names().Count; ++index) {
-            const NString& name = *byChunk.Names()[index];
-            if (!usesInfo_ || byInfo.Contains(name))
-                refused.Add(name);
+    static bool IsEntry(const clTagElement& element) {
+        return BeginsWithName(ToTagLib(element.Name), RiffPrefix);
+    }
+
+    // Of several lists a save keeps the first.
+    bool ListsSurviveSave() {
+        bool hasList = false;
+        for (unsigned index = 0; index < file_.chunkCount(); ++index) {
+            if (file_.chunkName(index) != "LIST")
+                continue;
+            const TagLib::ByteVector list = file_.chunkData(index);
+            if (!list.startsWith("INFO"))
+                continue;
+            if (hasList || !RiffInfoSurvivesSave(list, *file_.InfoTag()))
+                return false;
+            hasList = true;
         }
+        return true;
+    }
+
+    // A chunk can hold some of what an INFO list can't.
+    bool NeedsChunk(clTagRecord& changes) const {
+        TagLib::RIFF::Info::Tag list;
+        Refusals byList;
+        SetRiffInfo(list, changes, byList);
+        clTagRecord more;
+        for (int index = 0; index < changes.Count(); ++index) {
+            if (byList.Contains(changes[index]->Name))
+                more.AddCopy(*changes[index]);
+        }
+        TagLib::ID3v2::Tag chunk;
+        Refusals byChunk;
+        SetId3v2(chunk, more, version_, byChunk);
+        return !chunk.isEmpty();
+    }
+
+    void SetChunk(clTagRecord& changes, Refusals& refused) {
+        clTagRecord accepted;
+        Refusals byList;
+        SetId3v2(*file_.ID3v2Tag(), changes, version_, refused);
+        TakeAccepted(changes, refused, accepted);
+        if (usesInfo_)
+            SetRiffInfo(*file_.InfoTag(), accepted, byList);
     }
 
     File& file_;
