@@ -187,6 +187,15 @@ TEST(RiffInfoTags, PicturesAndOtherBytesAreRefused) {
     EXPECT_TRUE(tag.isEmpty());
 }
 
+TEST(RiffInfoTags, TextsThatTheListCannotHoldAreRefusedAndTheOldOneStays) {
+    Tag tag;
+    EXPECT_EQ(Set(tag, L"title", L"T"), L"");
+    for (const wchar_t* value : {L"half \xD83C pair", L"\r", L"\r\r", L"\xFFFF mark"})
+        EXPECT_EQ(Set(tag, L"title", value), L"title");
+    EXPECT_EQ(Set(tag, L"_riff_ISBJ", L"half \xDFB5"), L"_riff_ISBJ");
+    EXPECT_EQ(Rendered(tag), ListBytes({{"INAM", "T"}}));
+}
+
 TEST(RiffInfoTags, ARatingIsAPercentage) {
     for (int halfSteps = 0; halfSteps <= 10; ++halfSteps) {
         Tag tag;
@@ -203,10 +212,9 @@ TEST(RiffInfoTags, ARatingIsAPercentage) {
 }
 
 TEST(RiffInfoTags, ATextOfAnotherEncodingIsReadAndStaysByteForByte) {
-    const Entries entries = {{"IART", "M\xfcller"},
-                             {"ICMT", "\xc3("},
-                             {"IKEY", "\xed\xa0"},
-                             {"INAM", "T\xc3\xa4"},
+    const Entries entries = {{"IART", "M\xfcller"},    {"ICMT", "\xc3("},
+                             {"IKEY", "\xed\xa0"},     {"ILNG", "\xed\xa0\x80"},
+                             {"IMED", "\xe0\x80\x80"}, {"INAM", "T\xc3\xa4"},
                              {"ISBJ", "\xff!"}};
     ListInFile file(entries);
     EXPECT_EQ(Read(file.Tag(), L"artist"), L"M\u00fcller");
@@ -214,7 +222,7 @@ TEST(RiffInfoTags, ATextOfAnotherEncodingIsReadAndStaysByteForByte) {
     EXPECT_EQ(Read(file.Tag(), L"title"), L"T\u00e4");
     EXPECT_EQ(Set(file.Tag(), L"album", L"L"), L"");
     Entries expected = entries;
-    expected.insert(expected.begin() + 4, {"IPRD", "L"});
+    expected.insert(expected.begin() + 6, {"IPRD", "L"});
     EXPECT_EQ(Rendered(file.Tag()), ListBytes(expected));
     EXPECT_EQ(Set(file.Tag(), L"artist", L"M\u00fcller"), L"");
     expected[0].second = "M\xc3\xbcller";
