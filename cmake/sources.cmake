@@ -15,6 +15,7 @@ set(foundation_windows
     foundation/codepage_windows.cpp
     foundation/module_instance.cpp
     foundation/ndisk.cpp
+    foundation/ndll.cpp
     foundation/ndropfiles.cpp
     foundation/nfile.cpp
     foundation/nfilefind.cpp
