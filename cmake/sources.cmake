@@ -20,6 +20,7 @@ set(foundation_windows
     foundation/nfile.cpp
     foundation/nfilefind.cpp
     foundation/nfolders.cpp
+    foundation/nmemory.cpp
     foundation/nmutex.cpp
     foundation/nopenfiledialog.cpp
     foundation/nprocess.cpp
@@ -30,9 +31,22 @@ set(foundation_windows
 set(codec_portable
     codec/tag_record.cpp)
 set(codec_windows
-    codec/tag_exchange.cpp)
+    codec/codec_handler.cpp
+    codec/decoder.cpp
+    codec/tag_exchange.cpp
+    codec/trace.cpp)
 
-set(toolkit_windows)
+set(toolkit_windows
+    toolkit/device_contexts.cpp
+    toolkit/nbitmap.cpp
+    toolkit/nbrush.cpp
+    toolkit/ncanvas.cpp
+    toolkit/nfont.cpp
+    toolkit/nicon.cpp
+    toolkit/nmsimg.cpp
+    toolkit/npen.cpp
+    toolkit/nthread.cpp
+    toolkit/picture_decoding.cpp)
 
 set(audiopage_windows)
 
@@ -41,9 +55,12 @@ set(tagpage_windows)
 set(shell_windows
     shell/class_factory.cpp
     shell/com_module.cpp
+    shell/context_menu.cpp
+    shell/convert_files.cpp
     shell/dll_main.cpp
     shell/edit_entry.cpp
     shell/exports.cpp
+    shell/list_file.cpp
     shell/module_path.cpp
     shell/page_counters.cpp
     shell/registration.cpp
@@ -127,6 +144,7 @@ set(shellhost_windows
 set(test_support_windows
     tests/support/dialog_hook.cpp
     tests/support/message_box_driver.cpp
+    tests/support/private_current_user.cpp
     tests/support/temp_folder.cpp
     tests/support/test_registry_key.cpp)
 set(native_support
@@ -145,10 +163,12 @@ set(foundation_tests_windows
     tests/foundation/com_owners_test.cpp
     tests/foundation/module_instance_test.cpp
     tests/foundation/ndisk_test.cpp
+    tests/foundation/ndll_test.cpp
     tests/foundation/ndropfiles_test.cpp
     tests/foundation/nfile_test.cpp
     tests/foundation/nfilefind_test.cpp
     tests/foundation/nfolders_test.cpp
+    tests/foundation/nmemory_test.cpp
     tests/foundation/nmutex_test.cpp
     tests/foundation/nopenfiledialog_test.cpp
     tests/foundation/nprocess_test.cpp
@@ -160,7 +180,12 @@ set(foundation_tests_windows
 set(codec_tests_portable
     tests/codec/tag_record_test.cpp)
 set(codec_tests_windows
-    tests/codec/tag_exchange_test.cpp)
+    tests/codec/codec_handler_test.cpp
+    tests/codec/decoder_test.cpp
+    tests/codec/plugins/plugin_folder.cpp
+    tests/codec/plugins/recording_script.cpp
+    tests/codec/tag_exchange_test.cpp
+    tests/codec/trace_test.cpp)
 
 set(toolkit_tests_windows)
 
@@ -173,6 +198,8 @@ set(shell_tests_windows
     tests/shell/com_guard_test.cpp
     tests/shell/com_module_test.cpp
     tests/shell/com_object_test.cpp
+    tests/shell/context_menu_test.cpp
+    tests/shell/convert_files_test.cpp
     tests/shell/counted_allocations.cpp
     tests/shell/dll_main_test.cpp
     tests/shell/edit_entry_test.cpp

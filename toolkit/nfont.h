@@ -70,4 +70,8 @@ public:
     LOGFONTW logFont = {}; // what made the font
     COLORREF textColour = 0;
     int lineGap = 0;
+
+private:
+    void DrawLine(int x, int y, const NString& text, const RECT* clip);
+    void DrawLines(int x, int y, const NString& text);
 };
