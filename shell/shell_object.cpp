@@ -2,6 +2,9 @@
 
 #include "foundation/com_owners.h"
 #include "foundation/ndropfiles.h"
+#include "shell/context_menu.h"
+#include "shell/convert_files.h"
+#include "shell/edit_entry.h"
 #include "shell/type_info.h"
 
 #include <shellapi.h>
@@ -96,16 +99,37 @@ HRESULT CtNWIShell::ReadSelection(IDataObject* dataObject) {
     return lock ? S_OK : E_INVALIDARG;
 }
 
-STDMETHODIMP CtNWIShell::QueryContextMenu(HMENU, UINT, UINT, UINT, UINT) {
-    return E_NOTIMPL;
+STDMETHODIMP CtNWIShell::QueryContextMenu(HMENU menu, UINT index, UINT firstCommand, UINT,
+                                          UINT flags) {
+    return ComGuarded([&] { return HRESULT{NAddMenuItems(menu, index, firstCommand, flags)}; });
 }
 
-STDMETHODIMP CtNWIShell::InvokeCommand(CMINVOKECOMMANDINFO*) {
-    return E_NOTIMPL;
+STDMETHODIMP CtNWIShell::InvokeCommand(CMINVOKECOMMANDINFO* command) {
+    if (!command)
+        return E_INVALIDARG;
+    return ComGuarded([&] {
+        int offset = NCommandOf(command->lpVerb);
+        if (offset == NoCommand)
+            return E_INVALIDARG;
+        // What becomes of the command is no part of the result: wanted.
+        ComGuarded([&] {
+            RunCommand(offset);
+            return S_OK;
+        });
+        return S_OK;
+    });
 }
 
-STDMETHODIMP CtNWIShell::GetCommandString(UINT_PTR, UINT, UINT*, CHAR*, UINT) {
-    return E_NOTIMPL;
+void CtNWIShell::RunCommand(int offset) {
+    if (offset == CommandConvert)
+        ConvertFiles(m_Selection);
+    else
+        EditFiles(m_Selection);
+}
+
+STDMETHODIMP CtNWIShell::GetCommandString(UINT_PTR command, UINT type, UINT*, CHAR* name,
+                                          UINT capacity) {
+    return ComGuarded([&] { return NCommandText(command, type, name, capacity); });
 }
 
 STDMETHODIMP CtNWIShell::AddPages(LPFNSVADDPROPSHEETPAGE, LPARAM) {

@@ -46,10 +46,15 @@ public:
     STDMETHODIMP Initialize(PCIDLIST_ABSOLUTE folder, IDataObject* dataObject,
                             HKEY progIdKey) override;
 
-    // This version of the module adds no menu items: E_NOTIMPL, nothing done.
+    // Adds the module's items, whatever is selected, and returns their plain
+    // number. `lastCommand` isn't looked at: wanted.
     STDMETHODIMP QueryContextMenu(HMENU menu, UINT index, UINT firstCommand, UINT lastCommand,
                                   UINT flags) override;
+    // Runs a command on `m_Selection`. S_OK whatever happens in it, for its
+    // failures are told to the user or to nobody; E_INVALIDARG if there is no
+    // such command. Nothing but the command's `lpVerb` is used.
     STDMETHODIMP InvokeCommand(CMINVOKECOMMANDINFO* command) override;
+    // The verb or the help text; see NCommandText.
     STDMETHODIMP GetCommandString(UINT_PTR command, UINT type, UINT* reserved, CHAR* name,
                                   UINT capacity) override;
 
@@ -69,4 +74,5 @@ protected:
 
 private:
     HRESULT ReadSelection(IDataObject* dataObject);
+    void RunCommand(int offset);
 };
