@@ -18,11 +18,31 @@ add_custom_command(OUTPUT ${module_typelib}
     COMMENT "Compiling the type library"
     VERBATIM)
 
+# The pictures are drawn by scripts, which stand in art/.
+find_program(PYTHON3 python3 REQUIRED)
+set(module_art ${module_resources}/art)
+set(module_menu_pictures
+    ${CMAKE_BINARY_DIR}/resources/convert_to.bmp
+    ${CMAKE_BINARY_DIR}/resources/edit_id_tag.bmp)
+add_custom_command(OUTPUT ${module_menu_pictures}
+    COMMAND ${PYTHON3} -B ${module_art}/draw-menu-pictures ${CMAKE_BINARY_DIR}/resources
+    DEPENDS ${module_art}/draw-menu-pictures ${module_art}/shapes.py
+    COMMENT "Drawing the pictures of the menu"
+    VERBATIM)
+set(module_art_frame ${CMAKE_BINARY_DIR}/resources/art_frame.bmp)
+add_custom_command(OUTPUT ${module_art_frame}
+    COMMAND ${PYTHON3} -B ${module_art}/draw-disc-case ${CMAKE_BINARY_DIR}/resources
+    DEPENDS ${module_art}/draw-disc-case ${module_art}/shapes.py
+    COMMENT "Drawing the disc case"
+    VERBATIM)
+# For the tests that show it too.
+add_custom_target(art_frame DEPENDS ${module_art_frame})
+
 enable_language(RC)
 set_source_files_properties(${module_resources}/module.rc PROPERTIES
     INCLUDE_DIRECTORIES "${CMAKE_SOURCE_DIR};${module_resources};${CMAKE_BINARY_DIR}/resources"
     COMPILE_OPTIONS "-c;65001"
-    OBJECT_DEPENDS "${module_typelib};${module_resources}/tnwshell.rgs;${module_resources}/resource_ids.h")
+    OBJECT_DEPENDS "${module_typelib};${module_menu_pictures};${module_art_frame};${module_resources}/tnwshell.rgs;${module_resources}/resource_ids.h")
 
 # DllMain and the exports lie in the shell room, where no other object asks
 # for them: the whole archive is taken.

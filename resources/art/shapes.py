@@ -1,0 +1,86 @@
+"""Small pictures drawn from shapes, with smooth edges and no tools but Python.
+
+A picture is a list of shapes, painted in turn onto an opaque ground. Points
+are (x, y) in pixels from the upper left corner, colours (red, green, blue).
+"""
+import struct
+
+SAMPLES = 8  # a side of each pixel's grid
+
+
+class Polygon:
+    """All inside the corners, by the even-odd rule."""
+
+    def __init__(self, corners, colour):
+        self.corners, self.colour = corners, colour
+
+    def holds(self, x, y):
+        inside = False
+        ax, ay = self.corners[-1]
+        for bx, by in self.corners:
+            if (ay > y) != (by > y) and x < (bx - ax) * (y - ay) / (by - ay) + ax:
+                inside = not inside
+            ax, ay = bx, by
+        return inside
+
+
+class Ellipse:
+    """Upright, around a centre."""
+
+    def __init__(self, centre, across, down, colour):
+        self.centre, self.across, self.down, self.colour = centre, across, down, colour
+
+    def holds(self, x, y):
+        dx, dy = (x - self.centre[0]) / self.across, (y - self.centre[1]) / self.down
+        return dx * dx + dy * dy <= 1
+
+
+def bar(left, top, right, bottom, colour):
+    return Polygon([(left, top), (right, top), (right, bottom), (left, bottom)], colour)
+
+
+def band(start, end, width, colour):
+    """A straight line of a width, cut square at its ends."""
+    (ax, ay), (bx, by) = start, end
+    length = ((bx - ax) ** 2 + (by - ay) ** 2) ** 0.5
+    px, py = (by - ay) / length * width / 2, (ax - bx) / length * width / 2
+    return Polygon([(ax + px, ay + py), (bx + px, by + py), (bx - px, by - py), (ax - px, ay - py)],
+                   colour)
+
+
+def paint(width, height, ground, shapes):
+    """Rows of pixels, from the top. `ground` gives the colour of a row."""
+    offsets = [(step + 0.5) / SAMPLES for step in range(SAMPLES)]
+    rows = []
+    for row in range(height):
+        pixels = []
+        for column in range(width):
+            total = [0, 0, 0]
+            for y in offsets:
+                for x in offsets:
+                    colour = ground((row + y) / height)
+                    for shape in shapes:
+                        if shape.holds(column + x, row + y):
+                            colour = shape.colour
+                    for part in range(3):
+                        total[part] += colour[part]
+            pixels.append(tuple(round(part / SAMPLES**2) for part in total))
+        rows.append(pixels)
+    return rows
+
+
+def between(top, bottom):
+    """A ground that goes evenly from one colour to another."""
+    return lambda place: tuple(a + (b - a) * place for a, b in zip(top, bottom))
+
+
+def write_bitmap(path, rows):
+    """Windows' device-independent bitmap of 24 bits, bottom row first."""
+    width, height = len(rows[0]), len(rows)
+    padding = bytes(-width * 3 % 4)
+    bits = b"".join(
+        b"".join(bytes((blue, green, red)) for red, green, blue in row) + padding
+        for row in reversed(rows))
+    header = struct.pack("<IiiHHIIiiII", 40, width, height, 1, 24, 0, len(bits), 0, 0, 0, 0)
+    with open(path, "wb") as file:
+        file.write(b"BM" + struct.pack("<IHHI", 54 + len(bits), 0, 0, 54) + header + bits)
