@@ -48,9 +48,20 @@ set(toolkit_windows
     toolkit/nthread.cpp
     toolkit/picture_decoding.cpp)
 
-set(audiopage_windows)
+set(audiopage_windows
+    audiopage/cover_panel.cpp
+    audiopage/display_units.cpp
+    audiopage/file_type.cpp
+    audiopage/locale_numbers.cpp
+    audiopage/merged_facts.cpp
+    audiopage/merged_tags.cpp
+    audiopage/property_rows.cpp
+    audiopage/row_texts.cpp)
 
-set(tagpage_windows)
+set(tagpage_windows
+    tagpage/genre_list.cpp
+    tagpage/genre_table.cpp
+    tagpage/tag_choices.cpp)
 
 set(shell_windows
     shell/class_factory.cpp
@@ -120,7 +131,35 @@ set(querytrackdata_windows
     suite/querytrackdata/safe_write.cpp
     suite/querytrackdata/tag_edits.cpp
     suite/querytrackdata/writer_lock.cpp)
-set(decoder_windows)
+set(decoder_windows
+    suite/decoder/aac_config.cpp
+    suite/decoder/aiff_facts.cpp
+    suite/decoder/asf_facts.cpp
+    suite/decoder/audio_extent.cpp
+    suite/decoder/audio_facts.cpp
+    suite/decoder/audio_reading.cpp
+    suite/decoder/byte_fields.cpp
+    suite/decoder/channel_names.cpp
+    suite/decoder/chunks.cpp
+    suite/decoder/contents.cpp
+    suite/decoder/decoder_instance.cpp
+    suite/decoder/extensions.cpp
+    suite/decoder/flac_facts.cpp
+    suite/decoder/module_facts.cpp
+    suite/decoder/monkeys_audio_facts.cpp
+    suite/decoder/mp4_boxes.cpp
+    suite/decoder/mp4_facts.cpp
+    suite/decoder/mp4_track.cpp
+    suite/decoder/mpeg_facts.cpp
+    suite/decoder/musepack_facts.cpp
+    suite/decoder/ogg_facts.cpp
+    suite/decoder/ogg_layout.cpp
+    suite/decoder/read_facts.cpp
+    suite/decoder/true_audio_facts.cpp
+    suite/decoder/wav_facts.cpp
+    suite/decoder/wavpack_facts.cpp
+    suite/decoder/xing_header.cpp
+    suite/decoder/xiph_comment.cpp)
 set(shellhost_windows
     suite/shellhost/change_report.cpp
     suite/shellhost/command.cpp
@@ -143,7 +182,9 @@ set(shellhost_windows
 # Tests: tests/<library>/<source>_test.cpp.
 set(test_support_windows
     tests/support/dialog_hook.cpp
+    tests/support/leak_counters.cpp
     tests/support/message_box_driver.cpp
+    tests/support/picture_compare.cpp
     tests/support/private_current_user.cpp
     tests/support/temp_folder.cpp
     tests/support/test_registry_key.cpp)
@@ -180,18 +221,32 @@ set(foundation_tests_windows
 set(codec_tests_portable
     tests/codec/tag_record_test.cpp)
 set(codec_tests_windows
+    tests/codec/codec_handler_lies_test.cpp
     tests/codec/codec_handler_test.cpp
+    tests/codec/codec_handler_trace_test.cpp
     tests/codec/decoder_test.cpp
     tests/codec/plugins/plugin_folder.cpp
     tests/codec/plugins/recording_script.cpp
     tests/codec/tag_exchange_test.cpp
     tests/codec/trace_test.cpp)
 
-set(toolkit_tests_windows)
+set(toolkit_tests_windows
+    tests/support/leak_counters_test.cpp
+    tests/toolkit/nthread_test.cpp)
 
-set(audiopage_tests_windows)
+set(audiopage_tests_windows
+    tests/audiopage/cover_panel_test.cpp
+    tests/audiopage/display_units_test.cpp
+    tests/audiopage/file_type_test.cpp
+    tests/audiopage/leaks_test.cpp
+    tests/audiopage/locale_numbers_test.cpp
+    tests/audiopage/property_rows_test.cpp
+    tests/audiopage/test_pictures.cpp
+    tests/shell/private_classes_root.cpp)
 
-set(tagpage_tests_windows)
+set(tagpage_tests_windows
+    tests/tagpage/genre_list_test.cpp
+    tests/tagpage/tag_choices_test.cpp)
 
 set(shell_tests_windows
     tests/shell/class_factory_test.cpp
