@@ -24,6 +24,10 @@ public:
     //
     // On false the decoder may all the same hold a library, and an instance,
     // that doesn't claim the extension.
+    //
+    // A plug-in that claims 65536 other extensions and has no end, and one whose
+    // extension can't be read as far as it would have to be compared, doesn't
+    // claim the wanted one.
     bool FindDecoder(const NString& path, cltNDecoder& decoder, NLogContext* logContext,
                      HINSTANCE moduleInstance);
 
