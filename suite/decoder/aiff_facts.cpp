@@ -65,7 +65,10 @@ void AiffFacts(AudioFile& file, AudioFacts& facts) {
         facts.BitsPerSample = Big16(common, BitsAt);
     facts.LengthMs =
         LengthMsOf(uint64_t{Big32(common, 2)} * compression.SamplesPerFrame, facts.SampleRate);
-    if (const auto sound = FindChunk(stream, "SSND", ByteOrder::Big))
+    if (compression.IsLossless)
+        facts.BitRate = BitRateOf(
+            int64_t{facts.Channels} * ((facts.BitsPerSample + 7) / 8) * facts.SampleRate, 1000);
+    else if (const auto sound = FindChunk(stream, "SSND", ByteOrder::Big))
         facts.BitRate = BitRateOf(sound->Size - SoundHeaderSize, facts.LengthMs);
     facts.EncoderSettings = AsciiText(compression.Name);
     facts.Quality = compression.IsLossless ? Lossless : LossyConstant;

@@ -11,7 +11,7 @@ namespace decoder {
 void ModuleFacts(AudioFile& file, AudioFacts& facts) {
     facts.Channels = static_cast<uint32_t>(file.File().audioProperties()->channels());
     if (const auto* tag = dynamic_cast<TagLib::Mod::Tag*>(file.File().tag()))
-        facts.Encoder = tagmap::ToNString(tag->trackerName());
+        facts.Encoder = tagmap::ToNString(tag->trackerName().stripWhiteSpace());
 }
 
 } // namespace decoder

@@ -154,6 +154,17 @@ void TakeFlac(const ByteVector& box, AudioFacts& facts) {
     facts.ChannelMapping = FlacChannels(facts.Channels);
 }
 
+// "dac3" and "dec3" (ETSI TS 102 366, annex F): the sample entry itself always
+// says two channels.
+void TakeAc3(const ByteVector& box, uint32_t modeAt, AudioFacts& facts) {
+    constexpr uint32_t channels[] = {2, 1, 2, 3, 3, 4, 4, 5};
+    if (box.size() * 8 < modeAt + 4)
+        return;
+    const uint32_t bits = Big16(box + ByteVector(1, 0), modeAt / 8) >> (12 - modeAt % 8) & 15;
+    facts.Channels = channels[bits >> 1] + (bits & 1);
+    facts.ChannelMapping = PlainChannels(facts.Channels);
+}
+
 void TakeCodec(const ByteVector& entry, AudioFacts& facts) {
     if (HasMark(entry, "mp4a", TypeAt)) {
         facts.Quality = Lossy;
@@ -172,6 +183,10 @@ void TakeCodec(const ByteVector& entry, AudioFacts& facts) {
         TakeAlac(ChildOf(entry, "alac"), facts);
     else if (HasMark(entry, "fLaC", TypeAt))
         TakeFlac(ChildOf(entry, "dfLa"), facts);
+    else if (HasMark(entry, "ac-3", TypeAt))
+        TakeAc3(ChildOf(entry, "dac3"), 10, facts);
+    else if (HasMark(entry, "ec-3", TypeAt))
+        TakeAc3(ChildOf(entry, "dec3"), 28, facts);
 }
 } // namespace
 
@@ -179,12 +194,19 @@ void Mp4Facts(AudioFile& file, AudioFacts& facts) {
     const std::optional<Mp4Track> track = ReadMp4Track(file.Stream());
     if (!track)
         return;
-    facts.LengthMs = LengthMsOf(track->Duration, track->TimeScale);
-    facts.BitRate = BitRateOf(track->Bytes, facts.LengthMs);
+    facts.LengthMs = track->PlayedMs;
+    const int64_t wholeMs = LengthMsOf(track->Duration, track->TimeScale);
+    const uint32_t counted = BitRateOf(track->Bytes, wholeMs);
+    // A table that counts more than the file has is not believed if the codec
+    // says something else.
+    if (track->Bytes <= file.Stream().length())
+        facts.BitRate = counted;
     facts.Channels = Big16(track->SampleEntry, ChannelsAt);
     facts.SampleRate = Big16(track->SampleEntry, RateAt);
     facts.ChannelMapping = PlainChannels(facts.Channels);
     TakeCodec(track->SampleEntry, facts);
+    if (facts.BitRate == 0)
+        facts.BitRate = counted;
 }
 
 } // namespace decoder

@@ -1,5 +1,6 @@
 #include "suite/decoder/mp4_track.h"
 
+#include "suite/decoder/audio_facts.h"
 #include "suite/decoder/byte_fields.h"
 
 #include <algorithm>
@@ -94,6 +95,32 @@ uint32_t TicksPerSample(const ByteVector& header, uint32_t byDefault) {
     return Big32(header, 8 + (flags & HasBase ? 8 : 0) + (flags & HasDescription ? 4 : 0));
 }
 
+// What the edit list ("elst", section 8.6.6) plays, in milliseconds of the
+// movie's time; 0 if there is none, or it doesn't say.
+int64_t PlayedMsOf(TagLib::IOStream& stream, const Mp4Box& movie, const Mp4Box& track) {
+    constexpr uint32_t headSize = 8;
+    constexpr uint32_t mostEdits = 1000;
+    const auto movieHeader = FindMp4Box(stream, movie, "mvhd");
+    const auto box = FindMp4Box(stream, track, "edtselst");
+    if (!movieHeader || !box)
+        return 0;
+    const ByteVector header = HeadOf(stream, *movieHeader);
+    const uint32_t timeScale = Big32(header, Byte(header, 0) == 1 ? 20 : 12);
+    const ByteVector edits = HeadOf(stream, *box, LargestEntry);
+    const bool isLong = Byte(edits, 0) == 1;
+    const uint32_t count = std::min(Big32(edits, 4), mostEdits);
+    const uint32_t step = isLong ? 20 : 12;
+    uint64_t sum = 0;
+    for (uint32_t index = 0; index < count; ++index) {
+        const uint32_t at = headSize + index * step;
+        const bool isEmpty =
+            isLong ? Big64(edits, at + 8) == UINT64_MAX : Big32(edits, at + 4) == UINT32_MAX;
+        if (!isEmpty)
+            sum += isLong ? Big64(edits, at) : Big32(edits, at);
+    }
+    return LengthMsOf(sum, timeScale);
+}
+
 class Fragments {
 public:
     Fragments(TagLib::IOStream& stream, const Mp4Box& movie, uint32_t trackId)
@@ -180,6 +207,10 @@ std::optional<Mp4Track> ReadMp4Track(TagLib::IOStream& stream) {
         track.Duration += fragments.Duration();
         track.Bytes += fragments.Bytes();
     }
+    // An edit list may repeat and stretch; it counts where it cuts.
+    const int64_t whole = LengthMsOf(track.Duration, track.TimeScale);
+    const int64_t played = PlayedMsOf(stream, *movie, *box);
+    track.PlayedMs = played > 0 ? std::min(played, whole) : whole;
     return track;
 }
 

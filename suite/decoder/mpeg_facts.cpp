@@ -16,22 +16,33 @@ using TagLib::MPEG::Header;
 namespace {
 constexpr uint32_t LargestFrame = 4096;
 
-// Frames that are looked at where no header says how the rate goes.
-constexpr int FramesLookedAt = 64;
+// Frames that are looked at where no header says how the rate goes: 13 seconds.
+constexpr int FramesLookedAt = 500;
 
-// Adopts the rate of the first frames if they agree.
-BitRateMode ModeOfFrames(TagLib::MPEG::File& file, int64_t at) {
+// The first frames of a file, one behind the other.
+struct FirstFrames {
+    BitRateMode Mode = BitRateMode::Unknown;
+    int Count = 0;
+    int64_t Bytes = 0;
+};
+
+FirstFrames LookAtFrames(TagLib::MPEG::File& file, int64_t at) {
+    FirstFrames frames;
     int first = 0;
-    for (int count = 0; count < FramesLookedAt && at < INT32_MAX; ++count) {
-        const Header header(&file, static_cast<long>(at), false);
+    while (frames.Count < FramesLookedAt && at + frames.Bytes < INT32_MAX) {
+        const Header header(&file, static_cast<long>(at + frames.Bytes), false);
         if (!header.isValid() || header.frameLength() <= 0)
             break;
-        if (first != 0 && header.bitrate() != first)
-            return BitRateMode::Variable;
-        first = header.bitrate();
-        at += header.frameLength();
+        if (frames.Count == 0)
+            first = header.bitrate();
+        if (header.bitrate() != first)
+            frames.Mode = BitRateMode::Variable;
+        ++frames.Count;
+        frames.Bytes += header.frameLength();
     }
-    return first != 0 ? BitRateMode::Constant : BitRateMode::Unknown;
+    if (frames.Count > 0 && frames.Mode == BitRateMode::Unknown)
+        frames.Mode = BitRateMode::Constant;
+    return frames;
 }
 
 const wchar_t* QualityOf(BitRateMode mode) {
@@ -64,6 +75,15 @@ uint32_t AverageRate(const XingFacts& xing, const AudioExtent& extent, int64_t h
     const int64_t bytes = xing.Bytes > 0 ? int64_t{xing.Bytes} : extent.End - headerAt;
     return BitRateOf(bytes - headerSize, lengthMs);
 }
+// As if all frames were of the mean size of the first ones.
+void EstimateLength(const Header& header, const FirstFrames& frames, int64_t bytes,
+                    AudioFacts& facts) {
+    const double perFrame = static_cast<double>(frames.Bytes) / frames.Count;
+    const double count = static_cast<double>(bytes) / perFrame;
+    facts.LengthMs =
+        static_cast<int64_t>(count * header.samplesPerFrame() * 1000 / header.sampleRate());
+    facts.BitRate = BitRateOf(bytes, facts.LengthMs);
+}
 } // namespace
 
 void MpegFacts(AudioFile& file, AudioFacts& facts) {
@@ -82,7 +102,6 @@ void MpegFacts(AudioFile& file, AudioFacts& facts) {
     if (header.channelMode() != Header::DualChannel)
         facts.ChannelMapping = PlainChannels(facts.Channels);
 
-    const auto frameRate = static_cast<uint32_t>(header.bitrate());
     BitRateMode mode = xing.Mode;
     uint32_t kilobits = xing.Kilobits;
     if (xing.IsThere && xing.Frames > 0) {
@@ -92,9 +111,12 @@ void MpegFacts(AudioFile& file, AudioFacts& facts) {
             AverageRate(xing, ExtentOfAudio(file.Stream()), at, frameSize, facts.LengthMs);
     } else {
         facts.LengthMs = mpeg.audioProperties()->lengthInMilliseconds();
-        facts.BitRate = frameRate * 1000;
+        facts.BitRate = static_cast<uint32_t>(header.bitrate()) * 1000;
+        const FirstFrames frames = LookAtFrames(mpeg, at);
         if (!xing.IsThere)
-            mode = ModeOfFrames(mpeg, at);
+            mode = frames.Mode;
+        if (frames.Mode == BitRateMode::Variable)
+            EstimateLength(header, frames, ExtentOfAudio(file.Stream()).End - at, facts);
     }
     if (mode == BitRateMode::Constant && kilobits == 0)
         kilobits = static_cast<uint32_t>(

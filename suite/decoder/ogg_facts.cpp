@@ -7,6 +7,7 @@
 #include "suite/decoder/xiph_comment.h"
 
 #include <oggflacfile.h>
+#include <oggpageheader.h>
 #include <opusfile.h>
 #include <speexfile.h>
 #include <vorbisfile.h>
@@ -94,11 +95,20 @@ void SpeexFacts(AudioFile& file, AudioFacts& facts) {
     TakeXiphEncoder(*speex.tag(), facts);
 }
 
+// For a header that was written before the number of samples was known.
+int64_t LengthByLastPage(TagLib::Ogg::File& file, uint32_t sampleRate) {
+    const TagLib::Ogg::PageHeader* last = file.lastPageHeader();
+    const long long samples = last ? last->absoluteGranularPosition() : 0;
+    return samples > 0 ? LengthMsOf(static_cast<uint64_t>(samples), sampleRate) : 0;
+}
+
 void OggFlacFacts(AudioFile& file, AudioFacts& facts) {
     auto& flac = file.As<TagLib::Ogg::FLAC::File>();
     const TagLib::FLAC::Properties& audio = *flac.audioProperties();
     TakeCommon(audio, facts);
     facts.BitsPerSample = static_cast<uint32_t>(audio.bitsPerSample());
+    if (audio.sampleFrames() == 0)
+        facts.LengthMs = LengthByLastPage(flac, facts.SampleRate);
     TakeRate(file, UntilMarkedLast, facts);
     facts.Quality = Lossless;
     facts.ChannelMapping = FlacChannels(facts.Channels);

@@ -29,6 +29,15 @@ constexpr Reader Readers[] = {
     {Format::FastTracker, ModuleFacts},
     {Format::Module, ModuleFacts},
 };
+// Beyond these are numbers of damaged headers alone: channels of the largest
+// formats, samples of double precision, and four times the rate of DSD512.
+bool ArePlausible(const AudioFacts& facts) {
+    constexpr uint32_t mostChannels = 255;
+    constexpr uint32_t mostBits = 64;
+    constexpr uint32_t mostRate = 100'000'000;
+    return facts.Channels > 0 && facts.Channels <= mostChannels && facts.BitsPerSample > 0 &&
+           facts.BitsPerSample <= mostBits && facts.SampleRate <= mostRate;
+}
 } // namespace
 
 bool ReadFacts(AudioFile& file, AudioFacts& facts) {
@@ -38,7 +47,7 @@ bool ReadFacts(AudioFile& file, AudioFacts& facts) {
         if (reader.Kind != file.Kind())
             continue;
         reader.Read(file, facts);
-        return facts.Channels > 0 && (facts.SampleRate > 0 || reader.Read == ModuleFacts);
+        return ArePlausible(facts) && (facts.SampleRate > 0 || reader.Read == ModuleFacts);
     }
     return false;
 }

@@ -43,6 +43,11 @@ const char* NameOf(uint32_t format) {
     return "";
 }
 
+// A size of 0 was left by a program that never learned it.
+int64_t SizeOfData(TagLib::IOStream& stream, const Chunk& data) {
+    return data.Size > 0 ? data.Size : stream.length() - data.Begin;
+}
+
 // By the chunk "fact" where samples have no size of their own.
 int64_t LengthOf(TagLib::IOStream& stream, int64_t dataSize, uint32_t bytesPerSecond,
                  uint32_t sampleRate) {
@@ -66,7 +71,7 @@ void WavFacts(AudioFile& file, AudioFacts& facts) {
     const uint32_t format = Little16(bytes, isExtensible ? SubFormatAt : 0);
     const uint32_t bytesPerSecond = Little32(bytes, 8);
     const uint32_t blockAlign = Little16(bytes, 12);
-    const int64_t dataSize = data ? data->Size : 0;
+    const int64_t dataSize = data ? SizeOfData(stream, *data) : 0;
     const bool isLinear = format == Pcm || format == Float;
 
     facts.Channels = Little16(bytes, 2);
@@ -78,7 +83,8 @@ void WavFacts(AudioFile& file, AudioFacts& facts) {
         facts.LengthMs = LengthMsOf(static_cast<uint64_t>(dataSize) / blockAlign, facts.SampleRate);
     else
         facts.LengthMs = LengthOf(stream, dataSize, bytesPerSecond, facts.SampleRate);
-    facts.BitRate = BitRateOf(bytesPerSecond, 1000);
+    facts.BitRate =
+        bytesPerSecond > 0 ? BitRateOf(bytesPerSecond, 1000) : BitRateOf(dataSize, facts.LengthMs);
     facts.EncoderSettings = AsciiText(NameOf(format));
     facts.Quality = isLinear ? Lossless : format == Mp3 ? Lossy : LossyConstant;
     facts.ChannelMapping = isExtensible ? ChannelsOfMask(Little32(bytes, MaskAt), facts.Channels)
