@@ -171,6 +171,8 @@ set(shellhost_windows
     suite/shellhost/file_problem.cpp
     suite/shellhost/format_enumerator.cpp
     suite/shellhost/full_path.cpp
+    suite/shellhost/invoke_command.cpp
+    suite/shellhost/menu_command.cpp
     suite/shellhost/module_host.cpp
     suite/shellhost/program.cpp
     suite/shellhost/set_command.cpp
@@ -232,7 +234,13 @@ set(codec_tests_windows
 
 set(toolkit_tests_windows
     tests/support/leak_counters_test.cpp
-    tests/toolkit/nthread_test.cpp)
+    tests/toolkit/brush_and_pen_test.cpp
+    tests/toolkit/device_contexts_test.cpp
+    tests/toolkit/nbitmap_test.cpp
+    tests/toolkit/ncanvas_test.cpp
+    tests/toolkit/nicon_test.cpp
+    tests/toolkit/nthread_test.cpp
+    tests/toolkit/picture_decoding_test.cpp)
 
 set(audiopage_tests_windows
     tests/audiopage/cover_panel_test.cpp
@@ -327,6 +335,7 @@ set(shellhost_tests_windows
     tests/shellhost/file_problem_test.cpp
     tests/shellhost/format_enumerator_test.cpp
     tests/shellhost/full_path_test.cpp
+    tests/shellhost/menu_commands_test.cpp
     tests/shellhost/module_host_test.cpp
     tests/shellhost/program_test.cpp
     tests/shellhost/tag_check_test.cpp

@@ -9,12 +9,13 @@
 
 #include <cstring>
 #include <limits>
+#include <utility>
 
 static_assert(sizeof(NBitmap) == sizeof(HBITMAP));
 
 namespace {
 constexpr uint32_t SmallestPicture = 8; // bytes
-constexpr UINT PictureMemory = GMEM_MOVEABLE | GMEM_NODISCARD;
+constexpr int64_t LargestPicture = std::numeric_limits<LONG>::max();
 
 // A bitmap of its size and colours, or none.
 UniqueBitmap Duplicate(HBITMAP source) {
@@ -30,21 +31,6 @@ UniqueBitmap Duplicate(HBITMAP source) {
         !BitBlt(to.dc, 0, 0, size.cx, size.cy, from.dc, 0, 0, SRCCOPY))
         return UniqueBitmap();
     return UniqueBitmap(std::exchange(copy.handle, nullptr));
-}
-
-// The whole file, and its size; nothing on a short read.
-UniqueGlobalMemory ReadWhole(const NString& path, uint32_t& size) {
-    NFile file(path, GENERIC_READ, OPEN_EXISTING, false, true);
-    bool failed = false;
-    const int64_t fileSize = file.GetSize(failed);
-    if (failed || fileSize <= 0 || fileSize > std::numeric_limits<int32_t>::max())
-        return UniqueGlobalMemory();
-    size = static_cast<uint32_t>(fileSize);
-    UniqueGlobalMemory memory(GlobalAlloc(PictureMemory, size));
-    GlobalMemoryLock lock(memory.Get());
-    if (!lock || file.Read(lock.Bytes(), size, NFile::FromStart, failed) != size || failed)
-        size = 0;
-    return memory;
 }
 } // namespace
 
@@ -83,7 +69,7 @@ bool NBitmap::LoadMemory(const void* data, uint32_t size, bool transparent) {
     Release();
     if (!data || size < SmallestPicture)
         return false;
-    UniqueGlobalMemory memory(GlobalAlloc(PictureMemory, size));
+    UniqueGlobalMemory memory = PictureMemory(size);
     {
         GlobalMemoryLock lock(memory.Get());
         if (!lock)
@@ -95,10 +81,14 @@ bool NBitmap::LoadMemory(const void* data, uint32_t size, bool transparent) {
 
 bool NBitmap::LoadFile(const NString& path, bool transparent) {
     Release();
-    uint32_t size = 0;
-    UniqueGlobalMemory memory = ReadWhole(path, size);
-    return size > 0 &&
-           DecodePicture(memory.Get(), size, transparent, PlatformPictureTools(), *this);
+    NFile file(path, GENERIC_READ, OPEN_EXISTING, false, true);
+    bool failed = false;
+    const int64_t fileSize = file.GetSize(failed);
+    if (failed || fileSize <= 0 || fileSize > LargestPicture)
+        return false;
+    const auto size = static_cast<uint32_t>(fileSize);
+    UniqueGlobalMemory memory = ReadPictureFile(file, size);
+    return memory && DecodePicture(memory.Get(), size, transparent, PlatformPictureTools(), *this);
 }
 
 int NBitmap::Width() const {

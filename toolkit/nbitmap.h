@@ -19,8 +19,8 @@ public:
     void Release();
 
     // From the resources of `module`, null for those of the host process.
-    // `mapColours` maps shades of grey to the system's 3-D colours, and the
-    // colour of the first pixel to that of windows.
+    // `mapColours` puts COLOR_BTNFACE in place of the first pixel's colour, in
+    // a bitmap with a colour table.
     bool LoadResource(int id, HINSTANCE module = nullptr, bool mapColours = false);
     // One that fits `dc`, or the screen for null. Nothing is made if a size is
     // 0 or less.

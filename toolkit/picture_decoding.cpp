@@ -111,6 +111,19 @@ PictureTools PlatformPictureTools() {
             }};
 }
 
+UniqueGlobalMemory PictureMemory(uint32_t size) {
+    return UniqueGlobalMemory(GlobalAlloc(GMEM_MOVEABLE | GMEM_NODISCARD, size));
+}
+
+UniqueGlobalMemory ReadPictureFile(NFile& file, uint32_t size) {
+    UniqueGlobalMemory memory = PictureMemory(size);
+    GlobalMemoryLock lock(memory.Get());
+    bool failed = false;
+    if (!lock || file.Read(lock.Bytes(), size, NFile::FromStart, failed) != size || failed)
+        return UniqueGlobalMemory();
+    return memory;
+}
+
 bool DecodePicture(HGLOBAL memory, uint32_t size, bool transparent, const PictureTools& tools,
                    NBitmap& bitmap) {
     bitmap.Release();

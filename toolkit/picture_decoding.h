@@ -1,6 +1,7 @@
 #pragma once
 
-#include "foundation/windows_lean.h"
+#include "foundation/nfile.h"
+#include "foundation/unique_handle.h"
 #include "toolkit/nbitmap.h"
 
 #include <cstdint>
@@ -15,6 +16,12 @@ struct PictureTools {
 
 // The platform's own.
 PictureTools PlatformPictureTools();
+
+// The first `size` bytes of the file, or nothing if it doesn't hold as many.
+UniqueGlobalMemory ReadPictureFile(NFile& file, uint32_t size);
+
+// Room of `size` bytes to decode a picture from; null if there is none.
+UniqueGlobalMemory PictureMemory(uint32_t size);
 
 // Decodes the picture in `memory` into `bitmap`, as NBitmap::LoadMemory says.
 // The memory stays the caller's, unlocked.

@@ -1,0 +1,7 @@
+// Ids of toolkit_tests.rc, read by the resource compiler too. The pictures are
+// told in draw-test-resources.
+#pragma once
+
+#define IDI_MARK 1 // the program's first icon
+#define IDI_MONO 2
+#define IDB_GREYS 3
