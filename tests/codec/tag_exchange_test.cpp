@@ -7,6 +7,8 @@
 #include "tests/support/message_box_driver.h"
 #include "tests/support/nstring_printer.h"
 #include "tests/support/scoped_environment.h"
+#include "tests/support/scoped_priority.h"
+#include "tests/support/shared_event.h"
 #include "tests/support/temp_folder.h"
 
 #include <gtest/gtest.h>
@@ -55,25 +57,6 @@ NString TextOf(const Bytes& bytes) {
 Bytes BytesOf(const NBuffer& buffer) {
     return Bytes(buffer.Data, buffer.Data + buffer.Size);
 }
-
-// An event that the stand-in opens by the name in an environment variable.
-class SharedEvent {
-public:
-    explicit SharedEvent(const wchar_t* variable) : variable_(variable) {
-        std::wstring name = variable_ + std::to_wstring(GetCurrentProcessId());
-        event_.Reset(CreateEventW(nullptr, TRUE, FALSE, name.c_str()));
-        SetEnvironmentVariableW(variable_.c_str(), name.c_str());
-    }
-    ~SharedEvent() { SetEnvironmentVariableW(variable_.c_str(), nullptr); }
-    void Set() { SetEvent(event_.Get()); }
-    bool WaitFor(DWORD milliseconds) {
-        return WaitForSingleObject(event_.Get(), milliseconds) == WAIT_OBJECT_0;
-    }
-
-private:
-    std::wstring variable_;
-    UniqueKernelHandle event_;
-};
 
 class TagExchange : public testing::Test {
 protected:
@@ -148,19 +131,6 @@ public:
 private:
     wchar_t tmp_[MAX_PATH] = {};
     wchar_t temp_[MAX_PATH] = {};
-};
-// Gives this process a priority class for the time of a test.
-class ScopedPriority {
-public:
-    explicit ScopedPriority(DWORD priority) : old_(GetPriorityClass(GetCurrentProcess())) {
-        SetPriorityClass(GetCurrentProcess(), priority);
-    }
-    ~ScopedPriority() { SetPriorityClass(GetCurrentProcess(), old_); }
-    ScopedPriority(const ScopedPriority&) = delete;
-    ScopedPriority& operator=(const ScopedPriority&) = delete;
-
-private:
-    DWORD old_;
 };
 } // namespace
 

@@ -5,6 +5,7 @@
 #include "tests/shell/fake_data_object.h"
 #include "tests/shell/loaded_module.h"
 #include "tests/shell/portable_executable.h"
+#include "tests/support/converter_stand_in.h"
 
 #include <gtest/gtest.h>
 
@@ -155,6 +156,43 @@ TEST_F(BuiltModule, ItsObjectTakesADropList) {
     EXPECT_EQ(object->Initialize(nullptr, &data, nullptr), S_OK);
     EXPECT_EQ(data.MediumReleases(), 1);
     EXPECT_EQ(object->Initialize(nullptr, nullptr, nullptr), E_INVALIDARG);
+}
+
+TEST_F(BuiltModule, HasThePicturesOfItsMenuUnderTheirIds) {
+    for (int id : {203, 211}) {
+        BITMAP size = {};
+        HBITMAP picture = LoadBitmapW(module.Handle(), MAKEINTRESOURCEW(id));
+        EXPECT_NE(GetObjectW(picture, sizeof(size), &size), 0) << id;
+        EXPECT_EQ(size.bmWidth, 16) << id;
+        EXPECT_EQ(size.bmHeight, 16) << id;
+        DeleteObject(picture);
+    }
+}
+
+TEST_F(BuiltModule, StartsTheConverterOfItsOwnFolder) {
+    TemporaryFolder folder;
+    LoadedModule copy(folder.CopyModule());
+    CopyFileW(ConverterStandIn::ProgramPath().c_str(), (folder.Path() + L"\\WaveSmith.exe").c_str(),
+              TRUE);
+    ConverterStandIn converter;
+    ComPtr<IClassFactory> factory;
+    ASSERT_EQ(copy.GetClassObject(CLSID_tNWIShell, IID_IClassFactory, factory.PutVoid()), S_OK);
+    ComPtr<IShellExtInit> object;
+    ASSERT_EQ(factory->CreateInstance(nullptr, IID_IShellExtInit, object.PutVoid()), S_OK);
+    ComPtr<IContextMenu> menu;
+    ASSERT_EQ(object->QueryInterface(IID_IContextMenu, menu.PutVoid()), S_OK);
+    FakeDataObject data(std::vector<std::wstring>{L"C:\\a.mp3"});
+    ASSERT_EQ(object->Initialize(nullptr, &data, nullptr), S_OK);
+    CMINVOKECOMMANDINFO command = {};
+    command.lpVerb = "Convert_To";
+
+    EXPECT_EQ(menu->InvokeCommand(&command), S_OK);
+
+    ASSERT_TRUE(converter.HasStarted());
+    EXPECT_TRUE(converter.CommandLine().starts_with(L"\"" + folder.Path() + L"\\WaveSmith.exe\" "))
+        << NString(converter.CommandLine().c_str()).ToNarrow();
+    EXPECT_EQ(converter.List(), ListFileOf({L"C:\\a.mp3"}));
+    EXPECT_TRUE(converter.LetEnd());
 }
 
 TEST_F(BuiltModule, ItsObjectHasAllItsInterfaces) {

@@ -321,19 +321,6 @@ TEST_F(ShellObject, AnUnknownInterfaceIsRefusedWithANullPointer) {
     EXPECT_EQ(shell->QueryInterface(IID_IUnknown, nullptr), E_POINTER);
 }
 
-TEST_F(ShellObject, HasNoMenuItemsYet) {
-    HMENU menu = CreatePopupMenu();
-    char name[8] = "before";
-    CMINVOKECOMMANDINFO command = {};
-
-    EXPECT_EQ(shell->QueryContextMenu(menu, 0, 1, 100, CMF_NORMAL), E_NOTIMPL);
-    EXPECT_EQ(GetMenuItemCount(menu), 0);
-    EXPECT_EQ(shell->GetCommandString(0, GCS_VERBA, nullptr, name, sizeof name), E_NOTIMPL);
-    EXPECT_STREQ(name, "before");
-    EXPECT_EQ(shell->InvokeCommand(&command), E_NOTIMPL);
-    DestroyMenu(menu);
-}
-
 TEST_F(ShellObject, HasNoPagesYetAndNeverReplacesOne) {
     static int calls;
     calls = 0;

@@ -37,13 +37,20 @@ BOOL CALLBACK TakePart(HWND child, LPARAM lParam) {
 UINT TypeOf(const BoxParts& parts) {
     std::vector<int> buttons = parts.buttons;
     std::sort(buttons.begin(), buttons.end());
-    if (parts.icon != LoadIconW(nullptr, IDI_INFORMATION))
+    UINT icon = parts.icon == LoadIconW(nullptr, IDI_INFORMATION) ? MB_ICONINFORMATION
+                : parts.icon == LoadIconW(nullptr, IDI_ERROR)     ? MB_ICONERROR
+                                                                  : SeenBox::NotKnown;
+    if (icon == SeenBox::NotKnown)
         return SeenBox::NotKnown;
     if (buttons == std::vector<int>{IDCANCEL, IDRETRY})
-        return MB_RETRYCANCEL | MB_ICONINFORMATION;
+        return MB_RETRYCANCEL | icon;
     if (buttons == std::vector<int>{IDOK})
-        return MB_OK | MB_ICONINFORMATION;
+        return MB_OK | icon;
     return SeenBox::NotKnown;
+}
+
+bool IsTopmost(HWND box) {
+    return (GetWindowLongW(box, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0;
 }
 } // namespace
 
@@ -54,8 +61,8 @@ void MessageBoxDriver::Answer(HWND box) {
     BoxParts parts;
     EnumChildWindows(box, TakePart, reinterpret_cast<LPARAM>(&parts));
     size_t number = boxes_.size();
-    boxes_.push_back(
-        {parts.text, WindowText(box), TypeOf(parts), GetWindow(box, GW_OWNER) != nullptr});
+    boxes_.push_back({parts.text, WindowText(box), TypeOf(parts),
+                      GetWindow(box, GW_OWNER) != nullptr, IsTopmost(box)});
     if (beforeAnswer)
         beforeAnswer(number);
     bool hasCancel = std::count(parts.buttons.begin(), parts.buttons.end(), IDCANCEL) != 0;

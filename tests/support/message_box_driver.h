@@ -11,9 +11,10 @@ struct SeenBox {
     NString text;
     NString caption;
     // MB_ flags that its buttons and its icon amount to: MB_RETRYCANCEL or
-    // MB_OK, MB_ICONINFORMATION; NotKnown for any others.
+    // MB_OK, MB_ICONINFORMATION or MB_ICONERROR; NotKnown for any others.
     UINT type;
     bool hasOwner;
+    bool isTopmost;
 
     static constexpr UINT NotKnown = 0xFFFFFFFF;
 };

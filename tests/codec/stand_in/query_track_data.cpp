@@ -16,47 +16,12 @@
 // one named by TONEWRIGHT_STAND_IN_RELEASE is waited for before it sets the one
 // named by TONEWRIGHT_STAND_IN_ENDING and exits, with the code 1, which the
 // module must not care about.
-#include "foundation/unique_handle.h"
-#include "foundation/windows_lean.h"
+#include "tests/support/stand_in_program.h"
 
 #include <string>
 #include <vector>
 
 namespace {
-std::wstring Environment(const wchar_t* name) {
-    wchar_t value[1024];
-    DWORD length = GetEnvironmentVariableW(name, value, 1024);
-    return length < 1024 ? std::wstring(value, length) : std::wstring();
-}
-
-// The exchange file is open in the module, which shares reading and writing.
-UniqueFileHandle Open(const std::wstring& path, DWORD access, DWORD disposition) {
-    return UniqueFileHandle(CreateFileW(path.c_str(), access, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                                        nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr));
-}
-
-bool ReadWhole(const std::wstring& path, std::vector<char>& bytes) {
-    UniqueFileHandle file = Open(path, GENERIC_READ, OPEN_EXISTING);
-    if (!file)
-        return false;
-    bytes.resize(GetFileSize(file.Get(), nullptr));
-    DWORD read = 0;
-    return ReadFile(file.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &read, nullptr) &&
-           read == bytes.size();
-}
-
-UniqueFileHandle WriteStart(const std::wstring& path, const void* bytes, size_t size,
-                            DWORD disposition) {
-    UniqueFileHandle file = Open(path, GENERIC_WRITE, disposition);
-    DWORD written = 0;
-    WriteFile(file.Get(), bytes, static_cast<DWORD>(size), &written, nullptr);
-    return file;
-}
-
-void WriteWhole(const std::wstring& path, const void* bytes, size_t size, DWORD disposition) {
-    SetEndOfFile(WriteStart(path, bytes, size, disposition).Get());
-}
-
 std::wstring PathInQuotes(const std::wstring& commandLine) {
     size_t last = commandLine.rfind(L'"');
     size_t first = last == 0 || last == std::wstring::npos ? std::wstring::npos
@@ -66,7 +31,7 @@ std::wstring PathInQuotes(const std::wstring& commandLine) {
 }
 
 void Grow(const std::wstring& path, long gibibytes) {
-    UniqueFileHandle file = Open(path, GENERIC_WRITE, OPEN_EXISTING);
+    UniqueFileHandle file = OpenShared(path, GENERIC_WRITE, OPEN_EXISTING);
     LARGE_INTEGER distance;
     distance.QuadPart = static_cast<LONGLONG>(gibibytes) << 30;
     SetFilePointerEx(file.Get(), distance, nullptr, FILE_END);
@@ -77,27 +42,18 @@ void Grow(const std::wstring& path, long gibibytes) {
 // the last for whether nobody else has the exchange file open.
 std::wstring StartedAs(const std::wstring& exchange) {
     DWORD programs[2];
-    UniqueFileHandle alone(CreateFileW(exchange.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING,
-                                       FILE_ATTRIBUTE_NORMAL, nullptr));
     std::wstring text = L"priority=" + std::to_wstring(GetPriorityClass(GetCurrentProcess()));
     text += L" console=" + std::to_wstring(GetConsoleProcessList(programs, 2));
     text += L" window=" + std::to_wstring(GetConsoleWindow() != nullptr);
-    text += L" alone=" + std::to_wstring(static_cast<bool>(alone));
+    text += L" alone=" + std::to_wstring(CanOpenAlone(exchange));
     return text;
-}
-
-UniqueKernelHandle EventNamedBy(const wchar_t* variable) {
-    std::wstring name = Environment(variable);
-    return UniqueKernelHandle(name.empty() ? nullptr
-                                           : OpenEventW(EVENT_ALL_ACCESS, FALSE, name.c_str()));
 }
 } // namespace
 
 int main() {
     std::wstring folder = Environment(L"TONEWRIGHT_STAND_IN") + L"\\";
     std::wstring commandLine = GetCommandLineW();
-    WriteWhole(folder + L"command_line.txt", commandLine.data(),
-               commandLine.size() * sizeof(wchar_t), CREATE_ALWAYS);
+    WriteText(folder + L"command_line.txt", commandLine);
 
     std::wstring exchange = PathInQuotes(commandLine);
     std::vector<char> bytes;
@@ -112,16 +68,12 @@ int main() {
     std::wstring growth = Environment(L"TONEWRIGHT_STAND_IN_GROW");
     if (!growth.empty())
         Grow(exchange, std::stol(growth));
-    std::wstring handle = Environment(L"TONEWRIGHT_STAND_IN_HANDLE");
-    if (!handle.empty())
-        SetEvent(reinterpret_cast<HANDLE>(std::stoull(handle)));
-    std::wstring startedAs = StartedAs(exchange);
-    WriteWhole(folder + L"started_as.txt", startedAs.data(), startedAs.size() * sizeof(wchar_t),
-               CREATE_ALWAYS);
+    SetEventOfHandle(L"TONEWRIGHT_STAND_IN_HANDLE");
+    WriteText(folder + L"started_as.txt", StartedAs(exchange));
 
     UniqueFileHandle held;
     if (!Environment(L"TONEWRIGHT_STAND_IN_HOLD").empty())
-        held = Open(exchange, GENERIC_READ, OPEN_EXISTING);
+        held = OpenShared(exchange, GENERIC_READ, OPEN_EXISTING);
     if (UniqueKernelHandle started = EventNamedBy(L"TONEWRIGHT_STAND_IN_STARTED"))
         SetEvent(started.Get());
     if (UniqueKernelHandle release = EventNamedBy(L"TONEWRIGHT_STAND_IN_RELEASE"))
