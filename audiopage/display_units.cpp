@@ -1,6 +1,7 @@
 #include "audiopage/display_units.h"
 
 #include "audiopage/locale_numbers.h"
+#include "audiopage/wrapped_math.h"
 #include "foundation/nreg.h"
 #include "foundation/windows_lean.h"
 
@@ -60,25 +61,20 @@ constexpr int32_t MsOfHour = 3600000;
 constexpr int32_t MsOfMinute = 60000;
 constexpr int32_t MsOfSecond = 1000;
 
-// The product in signed 32 bits, which wraps around: wanted. Lengths above 596
-// hours are split in the way that gives.
-int64_t WrappedProduct(int64_t count, int32_t factor) {
+// In signed 32 bits, which wrap around: wanted. Lengths above 596 hours are
+// split in the way that gives.
+int64_t ProductIn32Bits(int64_t count, int32_t factor) {
     return static_cast<int32_t>(static_cast<uint32_t>(count) * static_cast<uint32_t>(factor));
-}
-
-// `ms` less the product. Near the limits of 64 bits it wraps as well.
-int64_t Less(int64_t ms, int64_t product) {
-    return static_cast<int64_t>(static_cast<uint64_t>(ms) - static_cast<uint64_t>(product));
 }
 
 TimeParts SplitTime(int64_t ms) {
     TimeParts parts;
     parts.hours = ms / MsOfHour;
-    int64_t rest = Less(ms, WrappedProduct(parts.hours, MsOfHour));
+    int64_t rest = WrappedDifference(ms, ProductIn32Bits(parts.hours, MsOfHour));
     parts.minutes = rest / MsOfMinute;
-    rest = Less(rest, WrappedProduct(parts.minutes, MsOfMinute));
+    rest = WrappedDifference(rest, ProductIn32Bits(parts.minutes, MsOfMinute));
     parts.seconds = rest / MsOfSecond;
-    parts.milliseconds = Less(rest, WrappedProduct(parts.seconds, MsOfSecond));
+    parts.milliseconds = WrappedDifference(rest, ProductIn32Bits(parts.seconds, MsOfSecond));
     return parts;
 }
 
@@ -138,8 +134,8 @@ NString LengthInWords(const TimeParts& time, bool wholeSeconds) {
         return TwoCounts(CountOf(time.minutes, L" minute"), time.seconds, L" second");
     // 3. A fraction is followed by the plural, also where it rounds to "1".
     if (time.seconds != 0 && fraction) {
-        double seconds = static_cast<double>(time.milliseconds) / 1000.0 +
-                         static_cast<double>(time.seconds);
+        double seconds =
+            static_cast<double>(time.milliseconds) / 1000.0 + static_cast<double>(time.seconds);
         return Joined(FormatGroupedDecimal(seconds, 1), L" seconds");
     }
     if (time.seconds != 0)

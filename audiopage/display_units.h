@@ -26,10 +26,10 @@ inline constexpr uint32_t UnitsFrequencyKHz = 0;
 inline constexpr uint32_t UnitsFileSizeKB = 2;
 inline constexpr uint32_t UnitsFileSizeBytes = 3;
 inline constexpr uint32_t UnitsTimeWords = 0;
-inline constexpr uint32_t UnitsTimeMinutes = 1;        // 2:05
-inline constexpr uint32_t UnitsTimeHours = 2;          // 00:02:05
-inline constexpr uint32_t UnitsTimeMilliseconds = 3;   // 00:02:05.000
-inline constexpr uint32_t UnitsTimeWholeWords = 4;     // words, no fractions
+inline constexpr uint32_t UnitsTimeMinutes = 1;      // 2:05
+inline constexpr uint32_t UnitsTimeHours = 2;        // 00:02:05
+inline constexpr uint32_t UnitsTimeMilliseconds = 3; // 00:02:05.000
+inline constexpr uint32_t UnitsTimeWholeWords = 4;   // words, no fractions
 
 // A size in bytes as GB, MB, KB or bytes; always as KB with `kbOnly`.
 NString FormatFileSize(int64_t size, bool kbOnly);

@@ -7,7 +7,13 @@ namespace {
 constexpr const wchar_t* InternationalKey = L"Control Panel\\International";
 
 // What `NegativeStyle` means: where the sign stands.
-enum NegativeStyles { InBrackets = 0, SignFirst = 1, SignAndBlankFirst = 2, SignLast = 3, BlankAndSignLast = 4 };
+enum NegativeStyles {
+    InBrackets = 0,
+    SignFirst = 1,
+    SignAndBlankFirst = 2,
+    SignLast = 3,
+    BlankAndSignLast = 4
+};
 
 constexpr int FirstGroup = 3;
 constexpr int LaterIndianGroup = 2;

@@ -250,7 +250,8 @@ set(audiopage_tests_windows
     tests/audiopage/locale_numbers_test.cpp
     tests/audiopage/property_rows_test.cpp
     tests/audiopage/test_pictures.cpp
-    tests/shell/private_classes_root.cpp)
+    tests/shell/private_classes_root.cpp
+    tests/support/picture_compare_test.cpp)
 
 set(tagpage_tests_windows
     tests/tagpage/genre_list_test.cpp

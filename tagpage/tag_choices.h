@@ -19,5 +19,9 @@ void AddChoices(TagChoices which, NStringList& choices);
 void AddTrackChoices(NStringList& choices);
 // The year of `today` down to 1920; none for an earlier one.
 void AddYearChoices(NStringList& choices, const SYSTEMTIME& today);
-// The names that "add" offers, as the user sees them, in the table's order.
+
+// The names of elements that the page offers to add, as the user sees them and
+// in their order. Ends at a row that begins with a zero unit.
+inline constexpr int TagFieldNameRoom = 40; // units, terminator included
+extern const wchar_t TagFieldNames[][TagFieldNameRoom];
 void AddTagFieldNames(NStringList& choices);

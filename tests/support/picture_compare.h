@@ -1,0 +1,40 @@
+#pragma once
+
+#include "foundation/windows_lean.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <filesystem>
+#include <vector>
+
+// A picture in memory, rows from the top, pixels 0x00RRGGBB.
+struct Picture {
+    int width = 0;
+    int height = 0;
+    std::vector<uint32_t> pixels;
+
+    uint32_t At(int x, int y) const {
+        return pixels[static_cast<size_t>(y) * static_cast<size_t>(width) + static_cast<size_t>(x)];
+    }
+};
+
+// What stands on a device context.
+Picture ReadPicture(HDC dc, int width, int height);
+
+// Bitmap files of 24 bits. One that can't be read gives an empty picture.
+Picture LoadPicture(const std::filesystem::path& path);
+bool SavePicture(const std::filesystem::path& path, const Picture& picture);
+
+// The greatest distance of two pixels in red, green or blue.
+int PixelDistance(uint32_t a, uint32_t b);
+
+// Compares with the picture in the file `golden`; no colour of any pixel may be
+// further off than `tolerance`. On failure the picture and the difference, of
+// which black means none, are written into `outputFolder`, as
+// "<name of golden>.actual.bmp" and "<name of golden>.difference.bmp".
+//
+// With TONEWRIGHT_NEW_PICTURES set in the environment the golden picture is
+// written instead, and the comparison fails: look at it, and run again without.
+testing::AssertionResult LooksLike(const Picture& picture, const std::filesystem::path& golden,
+                                   int tolerance, const std::filesystem::path& outputFolder);
