@@ -238,6 +238,7 @@ set(toolkit_tests_windows
     tests/toolkit/device_contexts_test.cpp
     tests/toolkit/nbitmap_test.cpp
     tests/toolkit/ncanvas_test.cpp
+    tests/toolkit/nfont_test.cpp
     tests/toolkit/nicon_test.cpp
     tests/toolkit/nthread_test.cpp
     tests/toolkit/picture_decoding_test.cpp)

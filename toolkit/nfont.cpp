@@ -25,6 +25,7 @@ constexpr wchar_t LineOfFullHeight[] = L"Ay";
 constexpr wchar_t AverageText[] = L"abcdefABCDEF";
 constexpr int CharsPerTab = 8;
 constexpr int SpareTabs = 10;
+constexpr int FurthestLeft = -0xFFFF; // what is further away, no extent tells
 
 // One item, or one for each line.
 void SplitText(const NString& text, bool multiLine, NStringList& lines) {
@@ -55,7 +56,7 @@ std::vector<int> TabStops(HDC dc, int tabOffset) {
     std::vector<int> stops(static_cast<size_t>(DesktopWidth() / average + SpareTabs));
     // 3. Down to the interval itself, not to 0: the first stop may stand at 0.
     const int interval = CharsPerTab * average;
-    int offset = tabOffset;
+    int offset = std::max(tabOffset, FurthestLeft);
     if (offset > interval)
         offset = (offset - 1) % interval + 1;
     // 4.
