@@ -105,6 +105,7 @@ TEST_P(ApeSave, AnItemWithAKeyThatTheLibraryDropsIsRefused) {
 TEST_P(ApeSave, AKeyThatStandsTwiceIsRefused) {
     EXPECT_TRUE(IsRefused(Tag({Title, Item("Artist", "A"), Item("ARTIST", "B")})));
     EXPECT_TRUE(IsRefused(Tag({Title, Title})));
+    EXPECT_TRUE(IsRefused(Tag({Title, Title}) + Id3v1));
 }
 
 TEST_P(ApeSave, AnItemThatTheLibraryChangesIsRefused) {
@@ -129,6 +130,8 @@ TEST_P(ApeSave, ASizeThatDoesNotFitIsRefused) {
     }
     EXPECT_TRUE(IsRefused(Tag(
         {Title + LittleEndian(0xFFFFFFF0) + LittleEndian(0) + "Artist" + std::string(20, '\0')})));
+    for (const size_t size : {size_t{0x1000000}, size_t{0} - FooterSize})
+        EXPECT_TRUE(IsRefused(Frame(size, 0, 0))) << size;
 }
 
 TEST_P(ApeSave, AHeaderThatIsNotThereIsRefused) {

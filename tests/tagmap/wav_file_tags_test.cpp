@@ -168,6 +168,9 @@ TEST(WavFileTags, ListsThatTheLibraryDoesNotKeepAreRefused) {
     EXPECT_TRUE(
         FileToSave(WavWith(Chunk("LIST", "INFOINAM" + LittleEndian(99) + "cut"))).IsRefused());
     EXPECT_TRUE(FileToSave(WavWith(Chunk("LIST", "INFOrest"))).IsRefused());
+    EXPECT_TRUE(FileToSave(WavWith(Info({{"INAM", "one"}, {"INAM", "one"}}))).IsRefused());
+    EXPECT_TRUE(FileToSave(WavWith(Info({{"INAM", "one"}}) + Info({{"INAM", "one"}}))).IsRefused());
+    EXPECT_TRUE(FileToSave(WavWith(Chunk("LIST", "INFOINAM" + LittleEndian(99)))).IsRefused());
 }
 
 TEST(WavFileTags, OtherListsAndPaddingAreNoHindrance) {
