@@ -250,6 +250,8 @@ set(audiopage_tests_windows
     tests/audiopage/leaks_test.cpp
     tests/audiopage/locale_numbers_test.cpp
     tests/audiopage/property_rows_test.cpp
+    tests/audiopage/size_rows_test.cpp
+    tests/audiopage/technical_rows_test.cpp
     tests/audiopage/test_pictures.cpp
     tests/shell/private_classes_root.cpp
     tests/support/picture_compare_test.cpp)
