@@ -47,8 +47,8 @@ bool cltNDecoder::Load(const wchar_t* path) {
 
 bool cltNDecoder::LoadFor(const NString& path, const NString& extension) {
     // The arguments may be the members that Unload empties.
-    NString newPath(path);
-    NString newExtension(extension);
+    NString newPath(path.Text);
+    NString newExtension(extension.Text);
     Unload();
     if (!Load(newPath.Text))
         return false;

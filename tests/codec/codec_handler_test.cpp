@@ -176,6 +176,25 @@ TEST_F(DecoderSearch, NeedsANewInstanceAloneForTheNextFileOfAKind) {
     EXPECT_FALSE(IsCached(L".x"));
 }
 
+TEST_F(DecoderSearch, TakesAnExtensionWithoutALibraryForNone) {
+    AddPlugin(L"a.dll", {L".x"});
+    decoder_.Extension = L".x";
+    EXPECT_THAT(CallsOfFind(L"file.x"),
+                ElementsAre(L"a.dll load", L"a.dll create", L"a.dll get 0"));
+    EXPECT_TRUE(found_);
+}
+
+TEST_F(DecoderSearch, DropsTheFormerInstanceEvenWhereThereIsNothingToTry) {
+    AddPlugin(L"a.dll", {L".x"});
+    ASSERT_TRUE(Find(L"file.x"));
+    PluginFolder empty;
+    script_.calls.clear();
+    EXPECT_FALSE(handler_.FindDecoder(L"file.y", decoder_, &context_, empty.Module()));
+    EXPECT_THAT(script_.calls, ElementsAre(L"a.dll destroy"));
+    EXPECT_EQ(decoder_.Handle, nullptr);
+    EXPECT_EQ(decoder_.Extension, L".x");
+}
+
 TEST_F(DecoderSearch, FailsOnThatRouteWithoutLookingFurther) {
     AddPlugin(L"a.dll", {L".x"});
     AddPlugin(L"b.dll", {L".x"});

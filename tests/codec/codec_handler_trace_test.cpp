@@ -38,7 +38,9 @@ TEST_F(SearchTrace, OfAScanThatFindsNothing) {
     EXPECT_EQ(TraceOf(L"file.X"), Enter + Checking(a, L".X") + Leave);
 }
 
-TEST_F(SearchTrace, OfAnEmptyFolder) {
+TEST_F(SearchTrace, OfAFolderWithoutLibraries) {
+    folder_.AddFolder(L"x.dll");
+    folder_.AddPlainFile(L"x.txt");
     EXPECT_EQ(TraceOf(L"file.x"), Enter + Leave);
 }
 
