@@ -2,6 +2,9 @@
 
 namespace {
 constexpr Command CommandTable[] = {
+    {L"menu", L"menu FILE...", L"shows the context menu's items for the files", 1, RunMenuCommand},
+    {L"invoke", L"invoke VERB FILE...",
+     L"runs a command of the context menu, by its verb or its number", 2, RunInvokeCommand},
     {L"tags", L"tags FILE...", L"shows the tag of each file", 1, RunTagsCommand},
     {L"set", L"set FILE NAME=VALUE...",
      L"sets elements; a NAME given twice gets two values; _albumart_1=@FILE is a picture", 2,

@@ -24,6 +24,11 @@ struct Command {
 // All of them, in the order of the usage text.
 std::span<const Command> Commands();
 
+// Shows the module's items in the context menu of the files, each with its
+// offset, the size of its picture, its verb and its help text.
+int RunMenuCommand(ModuleHost& module, const Arguments& arguments);
+// Runs a command of that menu on the files: a verb, or an offset.
+int RunInvokeCommand(ModuleHost& module, const Arguments& arguments);
 // Shows the tag of each file as the module's exchange brings it.
 int RunTagsCommand(ModuleHost& module, const Arguments& arguments);
 // Sets elements of one file's tag, and looks whether the file holds them.

@@ -73,6 +73,11 @@ bool ModuleHost::Select(const NStringList& paths) {
     return true;
 }
 
+bool ModuleHost::GetInterface(REFIID iid, void** object) {
+    HRESULT result = object_->QueryInterface(iid, object);
+    return SUCCEEDED(result) || Fail(L"the module's object lacks an interface", result);
+}
+
 bool ModuleHost::Fail(const wchar_t* what, HRESULT result) {
     problem_ = L"shellhost: ";
     problem_.Append(what);

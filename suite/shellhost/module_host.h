@@ -21,6 +21,8 @@ public:
     // Makes a new object and initialises it with a drop list of `paths`, which
     // are full ones.
     bool Select(const NStringList& paths);
+    // An interface of that object, with a reference for the caller.
+    bool GetInterface(REFIID iid, void** object);
 
     // The module's full path.
     const NString& Path() const { return path_; }
