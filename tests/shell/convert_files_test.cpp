@@ -14,6 +14,9 @@
 #include <string>
 #include <vector>
 
+// The linker's entry for the function, through which all its callers go.
+extern "C" decltype(&MessageBoxW) __imp_MessageBoxW;
+
 namespace {
 using Paths = std::vector<std::wstring>;
 
@@ -65,7 +68,31 @@ protected:
     NStringList selection;
 };
 
-// A program cannot start in such a folder, and no file can be made in it.
+// Takes the calls of MessageBoxW of this program, with their very flags, from
+// which Wine leaves the topmost one out.
+class CaughtMessageBox {
+public:
+    CaughtMessageBox() { __imp_MessageBoxW = Answer; }
+    ~CaughtMessageBox() { __imp_MessageBoxW = platform_; }
+    CaughtMessageBox(const CaughtMessageBox&) = delete;
+    CaughtMessageBox& operator=(const CaughtMessageBox&) = delete;
+
+    static inline int calls;
+    static inline HWND owner;
+    static inline UINT type;
+
+private:
+    static int WINAPI Answer(HWND window, const wchar_t*, const wchar_t*, UINT flags) {
+        ++calls;
+        owner = window;
+        type = flags;
+        return IDOK;
+    }
+
+    decltype(&MessageBoxW) platform_ = __imp_MessageBoxW;
+};
+
+// A file in the place of the temporary folder, so that no file can be made there.
 class FolderInTheWay {
 public:
     explicit FolderInTheWay(const NString& parent)
@@ -218,9 +245,21 @@ TEST_F(Conversion, AConverterThatCantBeStartedIsToldAndTheListFileDeleted) {
 
     ASSERT_EQ(driver.Boxes().size(), 1u);
     ExpectBox(driver.Boxes()[0], L"Error running Wave Smith", L"Tonewright", MB_OK | MB_ICONERROR);
-    EXPECT_TRUE(driver.Boxes()[0].isTopmost);
     EXPECT_TRUE(wasWritten) << "the list wasn't whole when the start was tried";
     EXPECT_TRUE(wasOpen) << "the list file was closed when the start was tried";
+    EXPECT_EQ(converter.TemporaryFiles(), Paths());
+}
+
+TEST_F(Conversion, TheBoxAboutTheConverterIsTopmostAndHasNoOwner) {
+    Select({L"C:\\a.mp3"});
+    WithoutConverter nothingToStart;
+    CaughtMessageBox box;
+    box.calls = 0;
+    ConvertFiles(selection);
+
+    EXPECT_EQ(box.calls, 1);
+    EXPECT_EQ(box.owner, nullptr);
+    EXPECT_EQ(box.type, 0x40010u); // MB_ICONERROR, MB_TOPMOST
     EXPECT_EQ(converter.TemporaryFiles(), Paths());
 }
 

@@ -48,10 +48,6 @@ UINT TypeOf(const BoxParts& parts) {
         return MB_OK | icon;
     return SeenBox::NotKnown;
 }
-
-bool IsTopmost(HWND box) {
-    return (GetWindowLongW(box, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0;
-}
 } // namespace
 
 MessageBoxDriver::MessageBoxDriver(std::vector<int> answers)
@@ -61,8 +57,8 @@ void MessageBoxDriver::Answer(HWND box) {
     BoxParts parts;
     EnumChildWindows(box, TakePart, reinterpret_cast<LPARAM>(&parts));
     size_t number = boxes_.size();
-    boxes_.push_back({parts.text, WindowText(box), TypeOf(parts),
-                      GetWindow(box, GW_OWNER) != nullptr, IsTopmost(box)});
+    boxes_.push_back(
+        {parts.text, WindowText(box), TypeOf(parts), GetWindow(box, GW_OWNER) != nullptr});
     if (beforeAnswer)
         beforeAnswer(number);
     bool hasCancel = std::count(parts.buttons.begin(), parts.buttons.end(), IDCANCEL) != 0;

@@ -14,7 +14,6 @@ struct SeenBox {
     // MB_OK, MB_ICONINFORMATION or MB_ICONERROR; NotKnown for any others.
     UINT type;
     bool hasOwner;
-    bool isTopmost;
 
     static constexpr UINT NotKnown = 0xFFFFFFFF;
 };
