@@ -108,7 +108,7 @@ void NThread::Start(NThreadProc proc, void* argument, bool startSuspended, int32
         return;
     }
     handle = reinterpret_cast<HANDLE>(thread);
-    start.release();
+    static_cast<void>(start.release()); // the thread's
 }
 
 void NThread::Stop(bool wait) {
