@@ -30,6 +30,7 @@ protected:
         many_.Add(refused);
         many_.Add(folder_.File(L"none.unknown"));
         many_.Add(path);
+        CountPlatformObjects(); // what counting makes once
     }
 
     TempFolder folder_;
