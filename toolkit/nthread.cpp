@@ -23,6 +23,10 @@ struct NThreadStart {
     void* argument;
 };
 
+static_assert(offsetof(NThreadStart, name) == 0);
+static_assert(offsetof(NThreadStart, proc) == NameUnits * sizeof(wchar_t));
+static_assert(offsetof(NThreadStart, argument) == NameUnits * sizeof(wchar_t) + sizeof(void*));
+
 // "TRDEVTQ-%d": the number is signed, and wraps around.
 void FormEventName(wchar_t* name, uint32_t number) {
     swprintf(name, NameUnits, L"TRDEVTQ-%d", static_cast<int>(number));

@@ -310,14 +310,16 @@ TEST(NFont, ThereAreTabStopsForTheDesktopsWidthAndTenMore) {
     Measured measured(font);
     RECT desktop = {};
     GetClientRect(GetDesktopWindow(), &desktop);
-    constexpr int Offset = 3;
     const int interval = 8 * measured.Average();
     const int count = desktop.right / measured.Average() + 10;
-    const auto widthOfTabs = [&](int tabs) {
-        return font.TextWidth(std::wstring(static_cast<size_t>(tabs), L'\t').c_str(), true, Offset);
+    const auto widthOfTabs = [&](int tabs, int offset) {
+        return font.TextWidth(std::wstring(static_cast<size_t>(tabs), L'\t').c_str(), true, offset);
     };
-    EXPECT_EQ(count * interval - Offset, widthOfTabs(count));
-    EXPECT_NE((count + 1) * interval - Offset, widthOfTabs(count + 1));
+    EXPECT_EQ(count * interval - 3, widthOfTabs(count, 3));
+    EXPECT_NE((count + 1) * interval - 3, widthOfTabs(count + 1, 3));
+    // The first stop of an offset of one interval stands at 0, where no tab ends.
+    EXPECT_EQ((count - 1) * interval, widthOfTabs(count - 1, interval));
+    EXPECT_NE(count * interval, widthOfTabs(count, interval));
 }
 
 TEST(NFont, ATinyFontsAverageCharacterIsOnePixelWide) {
