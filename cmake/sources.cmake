@@ -164,6 +164,7 @@ set(shellhost_windows
     suite/shellhost/change_report.cpp
     suite/shellhost/command.cpp
     suite/shellhost/console.cpp
+    suite/shellhost/covers_command.cpp
     suite/shellhost/delete_command.cpp
     suite/shellhost/drop_data_object.cpp
     suite/shellhost/drop_list.cpp
@@ -174,7 +175,10 @@ set(shellhost_windows
     suite/shellhost/invoke_command.cpp
     suite/shellhost/menu_command.cpp
     suite/shellhost/module_host.cpp
+    suite/shellhost/png_file.cpp
     suite/shellhost/program.cpp
+    suite/shellhost/row_text.cpp
+    suite/shellhost/rows_command.cpp
     suite/shellhost/set_command.cpp
     suite/shellhost/tag_check.cpp
     suite/shellhost/tag_reading.cpp
@@ -329,7 +333,17 @@ set(querytrackdata_tests_windows
     tests/querytrackdata/requests_test.cpp
     tests/querytrackdata/safe_write_test.cpp
     tests/querytrackdata/test_files.cpp)
-set(decoder_tests_windows)
+set(decoder_tests_windows
+    tests/decoder/aac_config_test.cpp
+    tests/decoder/channel_names_test.cpp
+    tests/decoder/hostile_files_test.cpp
+    tests/decoder/made_files_test.cpp
+    tests/decoder/plug_in.cpp
+    tests/decoder/plug_in_test.cpp
+    tests/decoder/samples_test.cpp
+    tests/decoder/xing_header_test.cpp
+    tests/querytrackdata/test_files.cpp
+    tests/shell/portable_executable.cpp)
 set(shellhost_tests_windows
     tests/shellhost/commands_test.cpp
     tests/shellhost/console_test.cpp

@@ -29,6 +29,10 @@ std::span<const Command> Commands();
 int RunMenuCommand(ModuleHost& module, const Arguments& arguments);
 // Runs a command of that menu on the files: a verb, or an offset.
 int RunInvokeCommand(ModuleHost& module, const Arguments& arguments);
+// Shows what the page Audio Properties says of the files, a row on a line.
+int RunRowsCommand(ModuleHost& module, const Arguments& arguments);
+// Writes the framed covers of one file.
+int RunCoversCommand(ModuleHost& module, const Arguments& arguments);
 // Shows the tag of each file as the module's exchange brings it.
 int RunTagsCommand(ModuleHost& module, const Arguments& arguments);
 // Sets elements of one file's tag, and looks whether the file holds them.
