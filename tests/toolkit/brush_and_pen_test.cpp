@@ -36,6 +36,18 @@ TEST(NBrush, ASystemBrushIsUsedButNeverDeleted) {
     EXPECT_EQ(GetSysColor(COLOR_BTNFACE), form.lbColor);
 }
 
+// The platform itself keeps its brushes from being deleted; another shows it.
+TEST(NBrush, WhatIsMarkedAsStockIsNotDeleted) {
+    NBrush brush;
+    ASSERT_TRUE(brush.Solid(Red));
+    const HBRUSH handle = brush.handle;
+    brush.isStock = 1;
+    brush.Release();
+    EXPECT_EQ(nullptr, brush.handle);
+    EXPECT_EQ(static_cast<DWORD>(OBJ_BRUSH), GetObjectType(handle));
+    DeleteObject(handle);
+}
+
 TEST(NBrush, ASolidBrushIsDeletedWithItsObject) {
     NMemoryDC memory;
     const HGDIOBJ before = SelectedBrush(memory.dc);

@@ -369,7 +369,7 @@ TEST(NThread, TwoStartedWithinOneTickHaveEventsOfTheirOwn) {
 }
 
 TEST(NThread, EachRunLeavesOneHandleOfItsEventOpenAndNothingElse) {
-    constexpr int Runs = 50;
+    constexpr int Runs = 1000;
     {
         NThread warmUp;
         warmUp.Start(ReturnAtOnce, nullptr);
