@@ -312,7 +312,7 @@ TEST_F(PropertyRows, ABlobThatClaimsMoreThanThereIsIsReadAsFarAsItGoes) {
     EXPECT_EQ(Value(L"Encoder"), L"E");
 }
 
-TEST_F(PropertyRows, TheTechnicalFactsOfSeveralFilesAreNotRead) {
+TEST_F(PropertyRows, TheTechnicalFactsOfSeveralFilesDoNotShow) {
     ScriptedAudio audio;
     audio.tech.Add(L"artist", L"E");
     AddNumbered(audio);

@@ -22,10 +22,15 @@ TEST_F(SizeRows, AFileSmallerThanItsAudioReadsOneToOne) {
     EXPECT_EQ(Value(L"Original Size"), L"38.15 MB");
 }
 
-TEST_F(SizeRows, AFileAlittleLargerThanItsAudioReadsTenthsWithoutAZero) {
+TEST_F(SizeRows, AFileALittleLargerThanItsAudioReadsTenthsWithoutAZero) {
     BuildFile(1000100, 1000000);
     EXPECT_EQ(Value(L"Size"), L"977 KB  (100% of original, .9 to 1 compression)");
     EXPECT_EQ(Value(L"Original Size"), L"977 KB");
+}
+
+TEST_F(SizeRows, AFileAsLargeAsItsAudioReadsOneToOne) {
+    BuildFile(4096, 4096);
+    EXPECT_EQ(Value(L"Size"), L"4 KB  (100% of original, 1 to 1 compression)");
 }
 
 TEST_F(SizeRows, TheTenthsHaveTheDecimalSeparatorOfTheLocale) {
