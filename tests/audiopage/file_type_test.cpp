@@ -7,6 +7,8 @@
 namespace {
 class FileType : public testing::Test {
 protected:
+    // The last answer of another test isn't given again.
+    void SetUp() override { AskOther(); }
     void Register(const wchar_t* extension, const wchar_t* typeKey) {
         classes_.Write(extension, L"", typeKey);
     }
@@ -46,7 +48,6 @@ TEST_F(FileType, WithoutAnExtensionIsFileWhateverTheKeyOfTheDotSays) {
 }
 
 TEST_F(FileType, TheLastAnswerIsGivenAgainForTheSameExtensionInAnyCase) {
-    AskOther();
     EXPECT_EQ(FileTypeText(L"a.mp3"), L"mp3 File");
     Register(L".mp3", L"Player.Song");
     Name(L"Player.Song", L"MP3 audio");
