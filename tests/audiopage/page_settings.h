@@ -3,12 +3,13 @@
 #include "audiopage/locale_numbers.h"
 #include "foundation/nreg.h"
 #include "foundation/windows_lean.h"
+#include "tests/shell/private_classes_root.h"
 #include "tests/support/private_current_user.h"
 
 #include <gtest/gtest.h>
 
-// The user's settings as the page reads them, empty at the start but for the
-// numbers, which have "," between thousands.
+// The user's settings and the types of files as the page reads them: empty at
+// the start, but that numbers have "," between thousands.
 class PageSettings : public testing::Test {
 protected:
     PageSettings() {
@@ -32,4 +33,5 @@ protected:
 
 private:
     PrivateCurrentUser user_;
+    PrivateClassesRoot classes_; // to ask for a type makes its key
 };
