@@ -33,4 +33,42 @@ if(TONEWRIGHT_FUZZ)
     add_executable(fuzz_tag_record fuzz/fuzz_tag_record.cpp)
     target_link_options(fuzz_tag_record PRIVATE -fsanitize=fuzzer)
     target_link_libraries(fuzz_tag_record PRIVATE native_core)
+
+    # The decoder plug-in over files in memory, with TagLib from the source that
+    # tools/build-taglib leaves: it must agree about the width of wchar_t, too.
+    # Overflows inside it are its own affair; its errors of memory are looked for.
+    set(TAGLIB_SOURCE ${CMAKE_SOURCE_DIR}/build/taglib/source/taglib CACHE PATH "TagLib's sources")
+    if(NOT EXISTS ${TAGLIB_SOURCE})
+        message(FATAL_ERROR "Run tools/build-taglib first: it leaves TagLib's sources")
+    endif()
+    file(GLOB_RECURSE taglib_sources CONFIGURE_DEPENDS ${TAGLIB_SOURCE}/*.cpp)
+    file(GLOB_RECURSE taglib_headers CONFIGURE_DEPENDS ${TAGLIB_SOURCE}/*.h)
+    set(taglib_folders ${TAGLIB_SOURCE})
+    foreach(header IN LISTS taglib_headers)
+        cmake_path(GET header PARENT_PATH folder)
+        list(APPEND taglib_folders ${folder})
+    endforeach()
+    list(REMOVE_DUPLICATES taglib_folders)
+    set(TAGLIB_LIB_MAJOR_VERSION 1)
+    set(TAGLIB_LIB_MINOR_VERSION 13)
+    set(TAGLIB_LIB_PATCH_VERSION 0)
+    configure_file(${TAGLIB_SOURCE}/taglib_config.h.cmake taglib/taglib_config.h)
+    add_library(native_taglib STATIC ${taglib_sources})
+    target_include_directories(native_taglib SYSTEM PUBLIC
+        ${taglib_folders} ${TAGLIB_SOURCE}/../3rdparty ${CMAKE_CURRENT_BINARY_DIR}/taglib)
+    target_compile_definitions(native_taglib PUBLIC TAGLIB_STATIC PRIVATE HAVE_ZLIB HAVE_STD_ATOMIC)
+    target_compile_options(native_taglib PRIVATE -fno-sanitize=undefined -O1 -w)
+    target_link_libraries(native_taglib PUBLIC z)
+
+    set(fuzzed_tagmap ${tagmap_windows})
+    list(FILTER fuzzed_tagmap EXCLUDE REGEX "/file_stream\\.cpp$")
+    add_executable(fuzz_decoder fuzz/fuzz_decoder.cpp ${decoder_windows} ${fuzzed_tagmap})
+    # In front of all others: file_stream.h is another one here.
+    target_include_directories(fuzz_decoder BEFORE PRIVATE ${CMAKE_SOURCE_DIR}/fuzz/memory_files)
+    target_compile_options(fuzz_decoder PRIVATE -O1)
+    # Clang's -Wconversion asks for more than the compiler of the Windows build.
+    set_source_files_properties(fuzz/fuzz_decoder.cpp ${decoder_windows} ${fuzzed_tagmap}
+        PROPERTIES COMPILE_OPTIONS -Wno-sign-conversion)
+    target_link_options(fuzz_decoder PRIVATE -fsanitize=fuzzer)
+    target_link_libraries(fuzz_decoder PRIVATE native_core native_taglib)
 endif()
