@@ -103,6 +103,7 @@ set(tagmap_windows
     suite/tagmap/id3v2_tags.cpp
     suite/tagmap/lesser_tags.cpp
     suite/tagmap/mapping_table.cpp
+    suite/tagmap/mp4_bounds.cpp
     suite/tagmap/mp4_boxes.cpp
     suite/tagmap/mp4_tags.cpp
     suite/tagmap/mpeg_frames.cpp
@@ -306,6 +307,7 @@ set(tagmap_tests_windows
     tests/tagmap/id3v2_tags_test.cpp
     tests/tagmap/lesser_tags_test.cpp
     tests/tagmap/mapping_table_test.cpp
+    tests/tagmap/mp4_bounds_test.cpp
     tests/tagmap/mp4_boxes_test.cpp
     tests/tagmap/mp4_tags_test.cpp
     tests/tagmap/mpeg_frames_test.cpp

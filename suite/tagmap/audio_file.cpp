@@ -1,6 +1,7 @@
 #include "suite/tagmap/audio_file.h"
 
 #include "suite/tagmap/aiff_text_chunks.h"
+#include "suite/tagmap/mp4_bounds.h"
 #include "suite/tagmap/mpeg_frames.h"
 #include "suite/tagmap/wav_file.h"
 
@@ -124,6 +125,13 @@ Format FormatOfMarks(const TagLib::ByteVector& head) {
     return Format::Unknown;
 }
 
+std::unique_ptr<TagLib::File> OpenMp4(FileStream& stream, bool readAudio) {
+    if (!Mp4BoxesAreBounded(stream))
+        return nullptr;
+    stream.seek(0, TagLib::IOStream::Beginning);
+    return std::make_unique<TagLib::MP4::File>(&stream, readAudio);
+}
+
 std::unique_ptr<TagLib::File> FileFor(Format format, FileStream& stream, bool readAudio) {
     TagLib::ID3v2::FrameFactory* frames = TagLib::ID3v2::FrameFactory::instance();
     switch (format) {
@@ -140,7 +148,7 @@ std::unique_ptr<TagLib::File> FileFor(Format format, FileStream& stream, bool re
     case Format::OggFlac:
         return std::make_unique<TagLib::Ogg::FLAC::File>(&stream, readAudio);
     case Format::Mp4:
-        return std::make_unique<TagLib::MP4::File>(&stream, readAudio);
+        return OpenMp4(stream, readAudio);
     case Format::Asf:
         return std::make_unique<TagLib::ASF::File>(&stream, readAudio);
     case Format::Wav:

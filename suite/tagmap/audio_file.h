@@ -48,7 +48,8 @@ public:
 
     FileStream& Stream() { return stream_; }
     Format Kind() const { return format_; }
-    // The library can read it; false for any fault.
+    // The library can read it; false for any fault, and for an MP4 file of too
+    // many boxes (mp4_bounds.h).
     bool IsValid() const { return file_ && file_->isValid(); }
     TagLib::File& File() { return *file_; }
 
