@@ -91,6 +91,7 @@ set(tagmap_windows
     suite/tagmap/flac_blocks.cpp
     suite/tagmap/flac_pictures.cpp
     suite/tagmap/format_tags.cpp
+    suite/tagmap/id3v1_source.cpp
     suite/tagmap/id3v1_tags.cpp
     suite/tagmap/id3v2_fields.cpp
     suite/tagmap/id3v2_file_tags.cpp
@@ -300,6 +301,7 @@ set(tagmap_tests_windows
     tests/tagmap/file_stream_test.cpp
     tests/tagmap/flac_blocks_test.cpp
     tests/tagmap/flac_pictures_test.cpp
+    tests/tagmap/id3v1_source_test.cpp
     tests/tagmap/id3v1_tags_test.cpp
     tests/tagmap/id3v2_file_tags_test.cpp
     tests/tagmap/id3v2_pictures_test.cpp

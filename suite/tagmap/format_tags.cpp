@@ -4,6 +4,7 @@
 #include "suite/tagmap/ape_tags.h"
 #include "suite/tagmap/asf_tags.h"
 #include "suite/tagmap/field_rules.h"
+#include "suite/tagmap/id3v1_source.h"
 #include "suite/tagmap/id3v2_file_tags.h"
 #include "suite/tagmap/id3v2_tags.h"
 #include "suite/tagmap/lesser_tags.h"
@@ -64,7 +65,7 @@ private:
 template <typename File>
 class ApeFamilyTags : public FormatTags {
 public:
-    explicit ApeFamilyTags(File& file) : file_(file) {}
+    explicit ApeFamilyTags(File& file) : file_(file), id3v1_(file) {}
 
     bool CanBeWritten() override {
         return ApeSurvivesSave(file_, file_.APETag(), file_.hasID3v1Tag());
@@ -85,6 +86,7 @@ public:
         TakeAccepted(changes, refused, accepted);
         if (file_.hasID3v1Tag())
             SetId3v1(*file_.ID3v1Tag(), accepted);
+        id3v1_.Name(accepted);
     }
 
     void Delete(const NStringList& names) override {
@@ -92,12 +94,20 @@ public:
             DeleteApe(*file_.APETag(), names);
         if (file_.hasID3v1Tag())
             DeleteId3v1(*file_.ID3v1Tag(), names);
+        id3v1_.Name(names);
     }
 
-    bool Save() override { return file_.save(); }
+    bool Save() override {
+        if (!file_.save())
+            return false;
+        if (HasId3v1(file_))
+            id3v1_.PutBack(file_);
+        return true;
+    }
 
 private:
     File& file_;
+    Id3v1Source id3v1_;
 };
 
 // Tracker modules have a title and the texts of their samples, in fields of a

@@ -3,6 +3,7 @@
 #include "suite/tagmap/aiff_text_chunks.h"
 #include "suite/tagmap/ape_save.h"
 #include "suite/tagmap/ape_tags.h"
+#include "suite/tagmap/id3v1_source.h"
 #include "suite/tagmap/id3v2_source.h"
 #include "suite/tagmap/id3v2_tags.h"
 #include "suite/tagmap/lesser_tags.h"
@@ -19,7 +20,7 @@ namespace {
 class MpegTags : public FormatTags {
 public:
     explicit MpegTags(TagLib::MPEG::File& file)
-        : file_(file), source_(Id3v2Of(file), file, 0),
+        : file_(file), source_(Id3v2Of(file), file, 0), id3v1_(file),
           version_(Id3v2VersionToWrite(Id3v2Of(file))) {}
 
     bool CanBeWritten() override {
@@ -38,6 +39,7 @@ public:
 
     void Set(clTagRecord& changes, Refusals& refused) override {
         TagLib::ID3v2::Tag& first = *file_.ID3v2Tag(true);
+        source_.Remember(first);
         clTagRecord before;
         clTagRecord accepted;
         ReadId3v2(first, before);
@@ -52,11 +54,13 @@ public:
             SetLesser(before, accepted, ReadApe, SetApe, *file_.APETag());
         if (file_.hasID3v1Tag())
             SetId3v1(*file_.ID3v1Tag(), accepted);
+        id3v1_.Name(accepted);
     }
 
     void Delete(const NStringList& names) override {
         clTagRecord before;
         if (file_.hasID3v2Tag()) {
+            source_.Remember(*file_.ID3v2Tag());
             ReadId3v2(*file_.ID3v2Tag(), before);
             DeleteId3v2(*file_.ID3v2Tag(), names);
         }
@@ -64,6 +68,7 @@ public:
             DeleteFromLesser(before, names, ReadApe, DeleteApe, *file_.APETag());
         if (file_.hasID3v1Tag())
             DeleteId3v1(*file_.ID3v1Tag(), names);
+        id3v1_.Name(names);
     }
 
     bool Save() override {
@@ -72,8 +77,14 @@ public:
             kinds |= TagLib::MPEG::File::APE;
         if (file_.hasID3v1Tag())
             kinds |= TagLib::MPEG::File::ID3v1;
-        return file_.save(kinds, TagLib::File::StripNone, LibraryVersion(version_),
-                          TagLib::File::DoNotDuplicate);
+        if (file_.ID3v2Tag() && !source_.PrepareSave(*file_.ID3v2Tag(), version_))
+            return false;
+        if (!file_.save(kinds, TagLib::File::StripNone, LibraryVersion(version_),
+                        TagLib::File::DoNotDuplicate))
+            return false;
+        if (HasId3v1(file_))
+            id3v1_.PutBack(file_);
+        return true;
     }
 
 private:
@@ -84,6 +95,7 @@ private:
 
     TagLib::MPEG::File& file_;
     Id3v2Source source_;
+    Id3v1Source id3v1_;
     int version_;
 };
 
@@ -103,15 +115,19 @@ public:
     }
     void Set(clTagRecord& changes, Refusals& refused) override {
         clTagRecord accepted;
+        source_.Remember(*file_.tag());
         SetId3v2(*file_.tag(), changes, version_, refused);
         TakeAccepted(changes, refused, accepted);
         SetAiffTexts(file_, accepted);
     }
     void Delete(const NStringList& names) override {
+        source_.Remember(*file_.tag());
         DeleteId3v2(*file_.tag(), names);
         DeleteAiffTexts(file_, names);
     }
-    bool Save() override { return file_.save(LibraryVersion(version_)); }
+    bool Save() override {
+        return source_.PrepareSave(*file_.tag(), version_) && file_.save(LibraryVersion(version_));
+    }
 
 private:
     AiffFile& file_;
@@ -122,7 +138,7 @@ private:
 class TrueAudioTags : public FormatTags {
 public:
     explicit TrueAudioTags(TagLib::TrueAudio::File& file)
-        : file_(file), source_(Id3v2Of(file), file, 0),
+        : file_(file), source_(Id3v2Of(file), file, 0), id3v1_(file),
           version_(Id3v2VersionToWrite(Id3v2Of(file))) {}
 
     bool CanBeWritten() override { return source_.SurvivesSave(); }
@@ -136,20 +152,33 @@ public:
 
     void Set(clTagRecord& changes, Refusals& refused) override {
         clTagRecord accepted;
+        source_.Remember(*file_.ID3v2Tag(true));
         SetId3v2(*file_.ID3v2Tag(true), changes, version_, refused);
         TakeAccepted(changes, refused, accepted);
         if (file_.hasID3v1Tag())
             SetId3v1(*file_.ID3v1Tag(), accepted);
+        id3v1_.Name(accepted);
     }
 
     void Delete(const NStringList& names) override {
-        if (file_.hasID3v2Tag())
+        if (file_.hasID3v2Tag()) {
+            source_.Remember(*file_.ID3v2Tag());
             DeleteId3v2(*file_.ID3v2Tag(), names);
+        }
         if (file_.hasID3v1Tag())
             DeleteId3v1(*file_.ID3v1Tag(), names);
+        id3v1_.Name(names);
     }
 
-    bool Save() override { return SaveInVersion(file_, file_.ID3v2Tag(), version_); }
+    bool Save() override {
+        if (file_.ID3v2Tag() && !source_.PrepareSave(*file_.ID3v2Tag(), version_))
+            return false;
+        if (!SaveInVersion(file_, file_.ID3v2Tag(), version_))
+            return false;
+        if (HasId3v1(file_))
+            id3v1_.PutBack(file_);
+        return true;
+    }
 
 private:
     static TagLib::ID3v2::Tag* Id3v2Of(TagLib::TrueAudio::File& file) {
@@ -158,6 +187,7 @@ private:
 
     TagLib::TrueAudio::File& file_;
     Id3v2Source source_;
+    Id3v1Source id3v1_;
     int version_;
 };
 

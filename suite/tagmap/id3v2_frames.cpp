@@ -15,6 +15,7 @@ namespace SynchData = TagLib::ID3v2::SynchData;
 using TagLib::ByteVector;
 using TagLib::String;
 using TagLib::StringList;
+using TagLib::ID3v2::Frame;
 using TagLib::ID3v2::Tag;
 using TagLib::ID3v2::UnknownFrame;
 using TextFrame = TagLib::ID3v2::TextIdentificationFrame;
@@ -40,6 +41,26 @@ void RemoveFrames(Tag& tag, const std::vector<Class*>& frames) {
     for (Class* frame : frames)
         tag.removeFrame(frame);
 }
+
+// A frame's bytes under a name that the library writes; the frame takes its
+// own name when it is rendered, which is behind the library's choice.
+class CarriedFrame : public Frame {
+public:
+    CarriedFrame(const ByteVector& id, const ByteVector& fields)
+        : Frame(ByteVector("XCAR")), id_(id), fields_(fields) {}
+    String toString() const override { return String(); }
+
+protected:
+    void parseFields(const ByteVector&) override {}
+    ByteVector renderFields() const override {
+        header()->setFrameID(id_);
+        return fields_;
+    }
+
+private:
+    ByteVector id_;
+    ByteVector fields_;
+};
 
 } // namespace
 
@@ -69,6 +90,9 @@ StringList TextsOf(const Tag& tag, const char* id) {
 
 void PutTexts(Tag& tag, const char* id, const StringList& values, int version) {
     const std::vector<TextFrame*> frames = FramesAs<TextFrame>(tag, id);
+    // What says so already keeps its encoding, and so its bytes.
+    if (frames.size() == 1 && frames[0]->fieldList() == FieldsFor(values, version))
+        return;
     KeepFirst(tag, frames);
     TextFrame* frame = frames.empty() ? new TextFrame(id, TextEncodingOf(version)) : frames[0];
     if (frames.empty())
@@ -110,6 +134,10 @@ void RemoveUserTexts(Tag& tag, const String& description) {
 UnknownFrame* MakeBytesFrame(const char* id, const ByteVector& bytes) {
     const ByteVector flags(2, '\0');
     return new UnknownFrame(ByteVector(id) + SynchData::fromUInt(bytes.size()) + flags + bytes);
+}
+
+Frame* MakeCarriedFrame(const ByteVector& id, const ByteVector& fields) {
+    return new CarriedFrame(id, fields);
 }
 
 } // namespace tagmap

@@ -100,4 +100,9 @@ void RemoveUserTexts(TagLib::ID3v2::Tag& tag, const TagLib::String& description)
 // is rendered. The caller gives it to a tag.
 TagLib::ID3v2::UnknownFrame* MakeBytesFrame(const char* id, const TagLib::ByteVector& bytes);
 
+// A frame of these bytes under a name that the library would not write in
+// ID3v2.3, or would change. The caller gives it to a tag; it can be saved once.
+TagLib::ID3v2::Frame* MakeCarriedFrame(const TagLib::ByteVector& id,
+                                       const TagLib::ByteVector& fields);
+
 } // namespace tagmap

@@ -37,26 +37,6 @@ constexpr Renaming OldestFrames[] = {
 constexpr const char* NewFrames[] = {"ASPI", "EQU2", "RVA2", "SEEK", "SIGN",
                                      "TDRL", "TDTG", "TPRO", "TSST"};
 
-// A frame's bytes under a name that the library writes; the frame takes its
-// own name when it is rendered, which is behind the library's choice.
-class CarriedFrame : public Frame {
-public:
-    CarriedFrame(const ByteVector& id, const ByteVector& fields)
-        : Frame(ByteVector("XCAR")), id_(id), fields_(fields) {}
-    String toString() const override { return String(); }
-
-protected:
-    void parseFields(const ByteVector&) override {}
-    ByteVector renderFields() const override {
-        header()->setFrameID(id_);
-        return fields_;
-    }
-
-private:
-    ByteVector id_;
-    ByteVector fields_;
-};
-
 void RenameFrame(Tag& tag, Frame& frame, const char* id) {
     tag.removeFrame(&frame, false);
     FrameAccess::Rename(frame, ByteVector(id));
@@ -160,7 +140,7 @@ void CarryNewFrames(Tag& tag) {
             FrameAccess::SetVersion(*frame, Id3v2OldVersion);
             const ByteVector fields =
                 frame->render().mid(Frame::headerSize(static_cast<unsigned>(Id3v2OldVersion)));
-            tag.addFrame(new CarriedFrame(frame->frameID(), fields));
+            tag.addFrame(MakeCarriedFrame(frame->frameID(), fields));
             tag.removeFrame(frame);
         }
     }
@@ -204,7 +184,7 @@ void PrepareId3v2Save(Tag& tag, int version) {
 bool SaveInVersion(TagLib::File& file, Tag* tag, int version) {
     if (!tag || tag->isEmpty() || version == Id3v2NewVersion)
         return file.save();
-    // Before the library's own rendering, for which a CarriedFrame has its name.
+    // Before the library's own rendering, for which a carried frame has its name.
     const ByteVector bytes = tag->render(LibraryVersion(version));
     if (!file.save())
         return false;

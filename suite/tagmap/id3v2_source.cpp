@@ -8,6 +8,8 @@
 #include <id3v2synchdata.h>
 #include <textidentificationframe.h>
 
+#include <algorithm>
+
 namespace tagmap {
 
 namespace {
@@ -23,6 +25,9 @@ using TagLib::ID3v2::Tag;
 using TextFrame = TagLib::ID3v2::TextIdentificationFrame;
 
 constexpr unsigned FooterSize = 10;
+constexpr unsigned FrameIdSize = 4; // from ID3v2.3 on
+// A size has 28 bits; the headers of the frames and the padding need some room.
+constexpr size_t LargestTag = 0x0FFFFFFF - 0x100000;
 
 // What stands between the tag's header and its end, as the library takes it
 // apart: in the versions before 2.4 the tag as a whole is unsynchronised.
@@ -90,27 +95,15 @@ ByteVector FieldsOf(const Header& header, const Frame& frame, const ByteVector& 
     return isUnsynchronised ? SynchData::decode(bytes) : bytes;
 }
 
-// Walks over the frames where they stand; the place behind the last.
-unsigned WalkFrames(Tag& tag, const ByteVector& content) {
-    const unsigned version = tag.header()->majorVersion();
-    unsigned at = ExtendedHeaderSize(*tag.header(), content);
-    for (Frame* frame : FramesOf(tag)) {
-        auto* genre = frame->frameID() == GenreFrame ? dynamic_cast<TextFrame*>(frame) : nullptr;
-        at += Frame::headerSize(version);
-        if (genre && !FrameAccess::IsPacked(*frame))
-            RestoreGenres(*genre, FieldsOf(*tag.header(), *frame, content.mid(at, frame->size())));
-        at += frame->size();
-    }
-    return at;
-}
-
 // Nothing but padding, or less than a frame, follows the last frame.
 bool EndsAt(const Header& header, const ByteVector& content, unsigned at) {
     unsigned end = content.size();
     if (header.footerPresent() && end >= FooterSize)
         end -= FooterSize;
     return at + Frame::headerSize(header.majorVersion()) >= end ||
-           content[static_cast<int>(at)] == 0;
+           std::all_of(content.begin() + static_cast<int>(at),
+                       content.begin() + static_cast<int>(end),
+                       [](char byte) { return byte == 0; });
 }
 
 // The library counts what follows a tag and is one too as its padding.
@@ -139,8 +132,10 @@ Id3v2Source::Id3v2Source(Tag* tag, const ByteVector& bytes) {
         survives_ = false;
         return;
     }
+    version_ = static_cast<int>(header.majorVersion());
     const ByteVector content = ContentOf(header, bytes);
-    survives_ = EndsAt(header, content, WalkFrames(*tag, content)) && Id3v2SurvivesSave(*tag);
+    Walk(*tag, content);
+    survives_ = EndsAt(header, content, end_) && Id3v2SurvivesSave(*tag);
 }
 
 Id3v2Source::Id3v2Source(Tag* tag, File& file, long offset) {
@@ -150,6 +145,57 @@ Id3v2Source::Id3v2Source(Tag* tag, File& file, long offset) {
     const ByteVector bytes = file.readBlock(tag->header()->completeTagSize());
     const bool isThere = bytes.startsWith(Header::fileIdentifier());
     *this = Id3v2Source(tag, isThere ? bytes : ByteVector());
+}
+
+// Walks over the frames where they stand.
+void Id3v2Source::Walk(Tag& tag, const ByteVector& content) {
+    const Header& header = *tag.header();
+    const unsigned headerSize = Frame::headerSize(header.majorVersion());
+    end_ = ExtendedHeaderSize(header, content);
+    for (Frame* frame : FramesOf(tag)) {
+        const unsigned size = frame->size();
+        if (!FrameAccess::IsPacked(*frame)) {
+            const ByteVector fields = content.mid(end_ + headerSize, size);
+            frames_.push_back({frame, content.mid(end_, FrameIdSize),
+                               FieldsOf(header, *frame, fields), ByteVector()});
+            auto* text = dynamic_cast<TextFrame*>(frame);
+            if (text && frame->frameID() == GenreFrame)
+                RestoreGenres(*text, frames_.back().Fields);
+        }
+        end_ += headerSize + size;
+    }
+}
+
+void Id3v2Source::Remember(Tag& tag) {
+    if (version_ != Id3v2VersionToWrite(&tag))
+        return;
+    for (SourceFrame& source : frames_)
+        source.Rendered = source.Frame->render();
+}
+
+const Id3v2Source::SourceFrame* Id3v2Source::SourceOf(Frame* frame,
+                                                      const ByteVector& rendered) const {
+    for (const SourceFrame& source : frames_) {
+        if (source.Frame == frame && source.Rendered == rendered)
+            return &source;
+    }
+    return nullptr;
+}
+
+bool Id3v2Source::PrepareSave(Tag& tag, int version) {
+    size_t size = 0;
+    for (Frame* frame : FramesOf(tag)) {
+        const ByteVector rendered = frame->render();
+        const SourceFrame* source = version == version_ ? SourceOf(frame, rendered) : nullptr;
+        // All move to the list's end, so that they keep their order.
+        tag.removeFrame(frame, false);
+        tag.addFrame(source ? MakeCarriedFrame(source->Id, source->Fields) : frame);
+        if (source)
+            delete frame;
+        size += rendered.size();
+    }
+    PrepareId3v2Save(tag, version);
+    return size <= LargestTag;
 }
 
 } // namespace tagmap

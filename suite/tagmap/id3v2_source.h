@@ -3,6 +3,8 @@
 #include <id3v2tag.h>
 #include <tfile.h>
 
+#include <vector>
+
 namespace tagmap {
 
 // A tag beside its bytes in the file, header included (ID3v2.2 to 2.4, section
@@ -12,6 +14,8 @@ namespace tagmap {
 // over a second tag behind the first, and drops what stands in brackets before
 // a genre unless it is a number. Genres are given back to the tag, as the text
 // that the file has; the rest can't be, and would be lost by a save.
+//
+// `tag` lives at least as long.
 class Id3v2Source {
 public:
     Id3v2Source() = default;
@@ -23,8 +27,30 @@ public:
     // A save would keep all frames, as Id3v2SurvivesSave says too.
     bool SurvivesSave() const { return survives_; }
 
+    // Notes what the frames hold, before the tag is changed.
+    void Remember(TagLib::ID3v2::Tag& tag);
+    // Gets the tag ready for a save in `version`. A frame that is as it was when
+    // it was remembered goes back into the file with the bytes that it has
+    // there, if the tag keeps its version: the library reads some with a loss.
+    // Once. False if the tag would be larger than the format allows, 256 MB.
+    bool PrepareSave(TagLib::ID3v2::Tag& tag, int version);
+
 private:
+    struct SourceFrame {
+        TagLib::ID3v2::Frame* Frame;
+        TagLib::ByteVector Id;
+        TagLib::ByteVector Fields;
+        TagLib::ByteVector Rendered; // by the library, before a change
+    };
+
+    void Walk(TagLib::ID3v2::Tag& tag, const TagLib::ByteVector& content);
+    const SourceFrame* SourceOf(TagLib::ID3v2::Frame* frame,
+                                const TagLib::ByteVector& rendered) const;
+
     bool survives_ = true;
+    int version_ = 0; // in the file; 0 if there is no tag
+    unsigned end_ = 0;
+    std::vector<SourceFrame> frames_;
 };
 
 // The same for a RIFF or AIFF file, whose tag stands in a chunk. A save removes

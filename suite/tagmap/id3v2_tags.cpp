@@ -249,7 +249,6 @@ void SetId3v2(Tag& tag, clTagRecord& changes, int version, Refusals& refused) {
             refused.Add(element.Name);
     }
     SetId3v2Pictures(tag, changes, version, refused);
-    PrepareId3v2Save(tag, version);
 }
 
 void DeleteId3v2(Tag& tag, const NStringList& names) {
@@ -259,7 +258,6 @@ void DeleteId3v2(Tag& tag, const NStringList& names) {
         if (!IsArtName(*names[index]))
             RemoveElement(tag, *names[index]);
     DeleteId3v2Pictures(tag, names);
-    PrepareId3v2Save(tag, Id3v2VersionToWrite(&tag));
 }
 
 } // namespace tagmap

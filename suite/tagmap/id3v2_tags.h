@@ -39,8 +39,8 @@ bool Id3v2SurvivesSave(const TagLib::ID3v2::Tag& tag);
 
 void ReadId3v2(const TagLib::ID3v2::Tag& tag, clTagRecord& record);
 
-// Does what `changes` says, pictures included, for a tag that is then saved in
-// `version`. In ID3v2.3 several values are one text, with "; " between them,
+// Does what `changes` says, pictures included, for a tag that is then prepared
+// for a save in `version`. In ID3v2.3 several values are one text, with "; " between them,
 // and texts are UTF-16. `refused` gets the names that can't be written.
 void SetId3v2(TagLib::ID3v2::Tag& tag, clTagRecord& changes, int version, Refusals& refused);
 
@@ -49,8 +49,7 @@ void DeleteId3v2(TagLib::ID3v2::Tag& tag, const NStringList& names);
 
 // The library's save in ID3v2.3 leaves out or cuts frames that it knows as
 // those of 2.4, and those that it could not bring to 2.4 when it read the tag.
-// This gives them a form that a save in `version` keeps. SetId3v2 does it too;
-// DeleteId3v2, which does not know the version, does it for Id3v2VersionToWrite.
+// This gives them a form that a save in `version` keeps. Once, before a save.
 void PrepareId3v2Save(TagLib::ID3v2::Tag& tag, int version);
 
 // Saves a FLAC or True Audio file, whose `tag` (or null) the library would write

@@ -2,12 +2,15 @@
 
 #include "suite/tagmap/pictures.h"
 
+#include <algorithm>
+
 namespace tagmap {
 
 namespace {
 
-// A picture's number that no tag reaches.
-constexpr int BehindAll = 999'999'999;
+// Numbers from here on are reached by no tag; nine digits are the most.
+constexpr int BehindAll = 900'000'000;
+constexpr int LastBehindAll = 999'999'999;
 
 // A picture's place in a tag; 0 is none.
 struct Place {
@@ -44,12 +47,18 @@ int NumberWhere(clTagRecord& record, Question isRight) {
 
 // The number that a picture of `first` has in `lesser`; 0 if it isn't there.
 int NumberInLesser(clTagRecord& lesser, const clTagElement& picture) {
+    const NString description = PlaceOf(picture).Description;
+    const int same = NumberWhere(lesser, [&](const clTagElement& other, const Place& place) {
+        return other.Data.Equals(picture.Data) &&
+               place.Description.Compare(description.c_str(), 0, true) == 0;
+    });
+    if (same > 0)
+        return same;
     const int sameBytes = NumberWhere(lesser, [&](const clTagElement& other, const Place&) {
         return other.Data.Equals(picture.Data);
     });
     if (sameBytes > 0)
         return sameBytes;
-    const NString description = PlaceOf(picture).Description;
     return NumberWhere(lesser, [&](const clTagElement&, const Place& place) {
         return !description.IsEmpty() &&
                place.Description.Compare(description.c_str(), 0, true) == 0;
@@ -63,7 +72,10 @@ NString NameInLesser(clTagRecord& first, clTagRecord& lesser, const NString& nam
     if (!HasPictures(first) || !ParseArtName(name, place.Number, place.Description))
         return name;
     const clTagElement* picture = PictureAt(first, place.Number);
-    const int number = picture ? NumberInLesser(lesser, *picture) : BehindAll;
+    // Several of them keep their order.
+    const int number = picture
+                           ? NumberInLesser(lesser, *picture)
+                           : std::min(BehindAll + std::min(place.Number, BehindAll), LastBehindAll);
     return number > 0 ? FormatArtName(number, place.Description) : NString();
 }
 

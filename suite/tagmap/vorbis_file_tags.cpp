@@ -2,6 +2,7 @@
 
 #include "suite/tagmap/flac_blocks.h"
 #include "suite/tagmap/flac_pictures.h"
+#include "suite/tagmap/id3v1_source.h"
 #include "suite/tagmap/id3v2_source.h"
 #include "suite/tagmap/id3v2_tags.h"
 #include "suite/tagmap/lesser_tags.h"
@@ -28,7 +29,7 @@ constexpr unsigned LargestFlacBlock = 0xFFFFFF; // bytes
 class FlacTags : public FormatTags {
 public:
     explicit FlacTags(TagLib::FLAC::File& file)
-        : file_(file), id3v2_(Id3v2Of(file), file, 0),
+        : file_(file), id3v2_(Id3v2Of(file), file, 0), id3v1_(file),
           id3v2Version_(Id3v2VersionToWrite(Id3v2Of(file))) {}
 
     bool CanBeWritten() override { return id3v2_.SurvivesSave() && FlacSurvivesSave(file_); }
@@ -50,6 +51,7 @@ public:
     void Set(clTagRecord& changes, Refusals& refused) override {
         clTagRecord before;
         clTagRecord accepted;
+        RememberId3v2();
         ReadFlacPictures(file_, before);
         if (file_.hasID3v2Tag())
             TakeOverPictures(before, changes, ReadId3v2, *file_.ID3v2Tag(),
@@ -69,10 +71,12 @@ public:
                 *file_.ID3v2Tag());
         if (file_.hasID3v1Tag())
             SetId3v1(*file_.ID3v1Tag(), accepted);
+        id3v1_.Name(accepted);
     }
 
     void Delete(const NStringList& names) override {
         clTagRecord before;
+        RememberId3v2();
         ReadFlacPictures(file_, before);
         if (file_.hasXiphComment())
             DeleteVorbis(*file_.xiphComment(), names);
@@ -81,13 +85,20 @@ public:
             DeleteFromLesser(before, names, ReadId3v2, DeleteId3v2, *file_.ID3v2Tag());
         if (file_.hasID3v1Tag())
             DeleteId3v1(*file_.ID3v1Tag(), names);
+        id3v1_.Name(names);
     }
 
-    // The library would cut the length of a longer block, and lose what follows.
     bool Save() override {
-        return (!file_.hasXiphComment() ||
-                file_.xiphComment()->render(false).size() <= LargestFlacBlock) &&
-               SaveInVersion(file_, file_.ID3v2Tag(), id3v2Version_);
+        // The library would cut the length of a longer block, and lose what follows.
+        if (file_.hasXiphComment() && file_.xiphComment()->render(false).size() > LargestFlacBlock)
+            return false;
+        if (file_.hasID3v2Tag() && !id3v2_.PrepareSave(*file_.ID3v2Tag(), id3v2Version_))
+            return false;
+        if (!SaveInVersion(file_, file_.ID3v2Tag(), id3v2Version_))
+            return false;
+        if (HasId3v1(file_))
+            id3v1_.PutBack(file_);
+        return true;
     }
 
 private:
@@ -95,8 +106,14 @@ private:
         return file.hasID3v2Tag() ? file.ID3v2Tag() : nullptr;
     }
 
+    void RememberId3v2() {
+        if (file_.hasID3v2Tag())
+            id3v2_.Remember(*file_.ID3v2Tag());
+    }
+
     TagLib::FLAC::File& file_;
     Id3v2Source id3v2_;
+    Id3v1Source id3v1_;
     int id3v2Version_;
 };
 

@@ -37,6 +37,7 @@ public:
         clTagRecord others;
         for (int index = 0; index < changes.Count(); ++index)
             (IsEntry(*changes[index]) ? entries : others).AddCopy(*changes[index]);
+        source_.Remember(*file_.ID3v2Tag());
         if (!usesId3_ && !usesInfo_)
             usesId3_ = usesInfo_ = true;
         usesId3_ = usesId3_ || NeedsChunk(others);
@@ -49,6 +50,7 @@ public:
     }
 
     void Delete(const NStringList& names) override {
+        source_.Remember(*file_.ID3v2Tag());
         if (usesId3_)
             DeleteId3v2(*file_.ID3v2Tag(), names);
         if (usesInfo_)
@@ -56,6 +58,8 @@ public:
     }
 
     bool Save() override {
+        if (usesId3_ && !source_.PrepareSave(*file_.ID3v2Tag(), version_))
+            return false;
         int kinds = File::NoTags;
         if (usesId3_)
             kinds |= File::ID3v2;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "suite/tagmap/id3v2_tags.h"
+
 #include <id3v2framefactory.h>
 #include <id3v2tag.h>
 #include <mpegfile.h>
@@ -107,6 +109,7 @@ public:
 
     TagLib::ID3v2::Tag& Tag() { return *file_.ID3v2Tag(true); }
     std::string Saved(int version) {
+        PrepareId3v2Save(Tag(), version);
         const TagLib::ByteVector bytes =
             Tag().render(version == 3 ? TagLib::ID3v2::v3 : TagLib::ID3v2::v4);
         return std::string(bytes.data(), bytes.size());

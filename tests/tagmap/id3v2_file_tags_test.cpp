@@ -227,6 +227,73 @@ TEST_F(Id3v2FileTags, BracketsBeforeAGenreLastThroughAWriteOfSomethingElse) {
     }
 }
 
+TEST_F(Id3v2FileTags, FramesThatAreNotNamedKeepTheirBytesAndTheirOrder) {
+    const std::string subFrame = "TIT2" + BigEndian(0, PlainBits) + std::string(2, '\0');
+    const RawFrames odd = {
+        {"TALB", "\3\xC4lbum"},                                 // Latin-1 that says UTF-8
+        {"TPE2", std::string("\1b\0a\0", 5)},                   // UTF-16 without a byte order
+        {"TXXX", std::string("\0\0value", 7)},                  // without a description
+        {"COMM", std::string("\3eng\0\xC4", 6)},                // Latin-1 that says UTF-8
+        {"POPM", std::string("a@b\0\x80\0\0\0\1\0\0\0\2", 13)}, // a counter of 8 bytes
+        {"CHAP", "one" + std::string(1, '\0') + std::string(16, '\1') + subFrame + "rest"},
+        {"TCON", Latin1Text("(300)Own")},
+        {"TMOO", Latin1Text("calm")},
+        {"TXXX", Latin1Text(std::string("MOOD\0other", 10))},
+        {"TSOP", Latin1Text("sorted")},
+    };
+    RawFrames old = odd;
+    old.push_back({"TYER", Latin1Text("2004")});
+    old.push_back({"TDAT", Latin1Text("ab-c")});
+    old.push_back({"TYER", Latin1Text("2005")});
+    old.push_back({"TORY", Latin1Text("1999")});
+    old.push_back({"TORY", Latin1Text("1998")});
+    old.push_back({"IPLS", Latin1Text(std::string("producer\0A\0mixer", 16))});
+    old.push_back({"IPLS", Latin1Text("alone")});
+    RawFrames current = odd;
+    current.push_back({"TIPL", Utf8Text(std::string("producer\0\0mixer\0B", 17))});
+    current.push_back({"TDRC", Utf8Text("sometime")});
+    for (const char* sample : {"sample.mp3", "sample.flac", "sample.tta"}) {
+        for (const int version : {3, 4}) {
+            const RawFrames& frames = version == 3 ? old : current;
+            Make(L"odd", WithTag(sample, TagBytes(version, frames)));
+            ASSERT_EQ(SetTitle(), Outcome::Done) << sample << version;
+            RawFrames found = FramesIn(Tag());
+            ASSERT_FALSE(found.empty());
+            EXPECT_EQ(found.back().first, "TIT2");
+            found.pop_back();
+            EXPECT_EQ(found, frames) << sample << version;
+            ASSERT_EQ(Delete(L"title"), Outcome::Done);
+            EXPECT_EQ(FramesIn(Tag()), frames) << sample << version;
+        }
+    }
+}
+
+TEST_F(Id3v2FileTags, FramesOfAChunkKeepTheirBytes) {
+    const RawFrames frames = {{"TALB", "\3\xC4lbum"}, {"TYER", Latin1Text("2004")}};
+    for (const char* sample : {"sample.wav", "sample.aiff"}) {
+        Make(L"chunk", SampleBytes(sample));
+        ASSERT_EQ(DeleteTags(path_.c_str(), NStringList()), Outcome::Done);
+        const std::string plain = Content();
+        const bool isWav = plain.starts_with("RIFF");
+        Make(L"chunk", WithChunk(plain, "ID3 ", TagBytes(3, frames), isWav ? LittleSize : BigSize));
+        ASSERT_EQ(SetTitle(), Outcome::Done) << sample;
+        const std::string content = Content();
+        const std::string tag = content.substr(content.find("ID3\3"));
+        RawFrames found = FramesIn(tag);
+        EXPECT_EQ(found.back().first, "TIT2");
+        found.pop_back();
+        EXPECT_EQ(found, frames) << sample;
+    }
+}
+
+TEST_F(Id3v2FileTags, AFrameBehindZeroBytesIsRefused) {
+    const std::string first = TagBytes(3, {Artist}); // ends in 32 zero bytes
+    std::string tag = first + "TALB" + BigEndian(2, PlainBits) + std::string(2, '\0') +
+                      Latin1Text("b") + std::string(20, '\0');
+    tag.replace(6, 4, BigEndian(static_cast<uint32_t>(tag.size() - 10), SynchSafeBits));
+    ExpectRefused(L"gap.mp3", WithTag("sample.mp3", tag));
+}
+
 TEST_F(Id3v2FileTags, APictureIsReplacedInTheOrderOfEachTag) {
     Make(L"orders.mp3", TwoOrders());
     clTagRecord changes;
@@ -274,6 +341,20 @@ TEST_F(Id3v2FileTags, PicturesOfTheLesserTagAreChangedByTheNumbersThatAreShown) 
     const std::wstring before = folder_.Write(L"before.mp3", BytesOf(content));
     EXPECT_TRUE(WasSet(before.c_str(), path_.c_str(), changes, Refusals()));
     EXPECT_EQ(Content().find("-back-"), std::string::npos);
+}
+
+TEST_F(Id3v2FileTags, PicturesThatAreAddedAtOnceReachBothTags) {
+    Make(L"add.mp3", WithTag("sample.mp3", TagBytes(3, {{"APIC", Picture("-front-", 3)}})) +
+                         ApeTag("-front-", "-back-"));
+    clTagRecord changes;
+    AddBytes(changes, L"_albumart_5_Band", "-band-");
+    AddBytes(changes, L"_albumart_6_Media", "-disc-");
+    ASSERT_EQ(Set(changes), Outcome::Done);
+    const std::string ape = ApePart(Content());
+    for (const char* bytes : {"-band-", "-disc-"}) {
+        EXPECT_NE(Tag().find(bytes), std::string::npos) << bytes;
+        EXPECT_NE(ape.find(bytes), std::string::npos) << bytes;
+    }
 }
 
 TEST_F(Id3v2FileTags, ThePicturesOfAFlacFilesTwoTagsKeepTheirOrders) {

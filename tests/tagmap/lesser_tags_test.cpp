@@ -48,6 +48,13 @@ TEST_F(LesserTags, APictureOfOtherBytesIsKnownByItsDescription) {
     EXPECT_EQ(Renumbered(), L"_albumart_2_Band");
 }
 
+TEST_F(LesserTags, OfTwoPicturesOfTheSameBytesTheDescriptionTells) {
+    AddBytes(first_, L"_albumart_4_Band", "same");
+    AddBytes(lesser_, L"_albumart_3_Conductor", "same");
+    AddBytes(lesser_, L"_albumart_4_Band", "same");
+    EXPECT_EQ(RenumberedName(L"_albumart_4"), L"_albumart_4");
+}
+
 TEST_F(LesserTags, APictureThatIsNotThereIsLeftOut) {
     AddBytes(changes_, L"_albumart_3_Media", "new");
     changes_.Add(L"title", L"x");
@@ -56,7 +63,8 @@ TEST_F(LesserTags, APictureThatIsNotThereIsLeftOut) {
 
 TEST_F(LesserTags, APictureBehindAllOthersIsSoThereToo) {
     AddBytes(changes_, L"_albumart_4_Band", "new");
-    EXPECT_EQ(Renumbered(), L"_albumart_999999999_Band");
+    AddBytes(changes_, L"_albumart_7_Media", "newer");
+    EXPECT_EQ(Renumbered(), L"_albumart_900000004_Band|_albumart_900000007_Media");
 }
 
 TEST_F(LesserTags, BytesAndTextsOfTheRequestStay) {
