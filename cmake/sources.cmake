@@ -84,6 +84,7 @@ set(tagmap_windows
     suite/tagmap/ape_pictures.cpp
     suite/tagmap/ape_save.cpp
     suite/tagmap/ape_tags.cpp
+    suite/tagmap/asf_save.cpp
     suite/tagmap/asf_tags.cpp
     suite/tagmap/audio_file.cpp
     suite/tagmap/field_rules.cpp
@@ -295,6 +296,7 @@ set(tagmap_tests_windows
     tests/tagmap/aiff_text_chunks_test.cpp
     tests/tagmap/ape_save_test.cpp
     tests/tagmap/ape_tags_test.cpp
+    tests/tagmap/asf_save_test.cpp
     tests/tagmap/asf_tags_test.cpp
     tests/tagmap/audio_file_test.cpp
     tests/tagmap/field_rules_test.cpp

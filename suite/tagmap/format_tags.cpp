@@ -2,6 +2,7 @@
 
 #include "suite/tagmap/ape_save.h"
 #include "suite/tagmap/ape_tags.h"
+#include "suite/tagmap/asf_save.h"
 #include "suite/tagmap/asf_tags.h"
 #include "suite/tagmap/field_rules.h"
 #include "suite/tagmap/id3v1_source.h"
@@ -45,7 +46,10 @@ private:
 
 class AsfTags : public FormatTags {
 public:
-    explicit AsfTags(TagLib::ASF::File& file) : file_(file) {}
+    explicit AsfTags(AudioFile& file)
+        : stream_(file.Stream()), file_(file.As<TagLib::ASF::File>()) {}
+
+    bool CanBeWritten() override { return AsfSurvivesSave(stream_); }
 
     void Read(clTagRecord& record) override { ReadAsf(*file_.tag(), record); }
     void Set(clTagRecord& changes, Refusals& refused) override {
@@ -58,6 +62,7 @@ public:
     }
 
 private:
+    FileStream& stream_;
     TagLib::ASF::File& file_;
 };
 
@@ -153,7 +158,7 @@ std::unique_ptr<FormatTags> TagsOf(AudioFile& file) {
     case Format::Mp4:
         return std::make_unique<Mp4Tags>(file);
     case Format::Asf:
-        return std::make_unique<AsfTags>(file.As<TagLib::ASF::File>());
+        return std::make_unique<AsfTags>(file);
     case Format::Wav:
         return MakeWavTags(file);
     case Format::Aiff:
