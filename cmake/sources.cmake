@@ -299,6 +299,7 @@ set(tagmap_tests_windows
     tests/tagmap/asf_save_test.cpp
     tests/tagmap/asf_tags_test.cpp
     tests/tagmap/audio_file_test.cpp
+    tests/tagmap/chunk_walk_test.cpp
     tests/tagmap/field_rules_test.cpp
     tests/tagmap/file_stream_test.cpp
     tests/tagmap/flac_blocks_test.cpp

@@ -13,7 +13,10 @@ class AiffFile : public TagLib::RIFF::AIFF::File {
 public:
     using File::chunkCount;
     using File::chunkData;
+    using File::chunkDataSize;
     using File::chunkName;
+    using File::chunkOffset;
+    using File::chunkPadding;
     using File::File;
     using File::removeChunk;
     using File::setChunkData;

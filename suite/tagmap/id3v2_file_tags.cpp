@@ -3,6 +3,7 @@
 #include "suite/tagmap/aiff_text_chunks.h"
 #include "suite/tagmap/ape_save.h"
 #include "suite/tagmap/ape_tags.h"
+#include "suite/tagmap/chunk_walk.h"
 #include "suite/tagmap/id3v1_source.h"
 #include "suite/tagmap/id3v2_source.h"
 #include "suite/tagmap/id3v2_tags.h"
@@ -107,7 +108,9 @@ public:
           source_(Id3v2SourceInChunks(file.hasID3v2Tag() ? file.tag() : nullptr, file)),
           version_(Id3v2VersionToWrite(file.hasID3v2Tag() ? file.tag() : nullptr)) {}
 
-    bool CanBeWritten() override { return source_.SurvivesSave(); }
+    bool CanBeWritten() override {
+        return WasWalkedToItsEnd(file_, "SSND") && source_.SurvivesSave();
+    }
 
     void Read(clTagRecord& record) override {
         ReadId3v2(*file_.tag(), record);

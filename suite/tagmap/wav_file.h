@@ -9,7 +9,10 @@ class WavFile : public TagLib::RIFF::WAV::File {
 public:
     using File::chunkCount;
     using File::chunkData;
+    using File::chunkDataSize;
     using File::chunkName;
+    using File::chunkOffset;
+    using File::chunkPadding;
     using File::File;
 };
 

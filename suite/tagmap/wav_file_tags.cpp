@@ -1,5 +1,6 @@
 #include "suite/tagmap/wav_file_tags.h"
 
+#include "suite/tagmap/chunk_walk.h"
 #include "suite/tagmap/field_rules.h"
 #include "suite/tagmap/id3v2_source.h"
 #include "suite/tagmap/id3v2_tags.h"
@@ -23,7 +24,9 @@ public:
           source_(Id3v2SourceInChunks(usesId3_ ? file.ID3v2Tag() : nullptr, file)),
           version_(Id3v2VersionToWrite(usesId3_ ? file.ID3v2Tag() : nullptr)) {}
 
-    bool CanBeWritten() override { return source_.SurvivesSave() && ListsSurviveSave(); }
+    bool CanBeWritten() override {
+        return WasWalkedToItsEnd(file_, "data") && source_.SurvivesSave() && ListsSurviveSave();
+    }
 
     void Read(clTagRecord& record) override {
         if (usesId3_)
