@@ -362,6 +362,7 @@ set(shellhost_tests_windows
     tests/shellhost/full_path_test.cpp
     tests/shellhost/menu_commands_test.cpp
     tests/shellhost/module_host_test.cpp
+    tests/shellhost/page_commands_test.cpp
     tests/shellhost/program_test.cpp
     tests/shellhost/tag_check_test.cpp
     tests/shellhost/tag_reading_test.cpp

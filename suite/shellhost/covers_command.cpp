@@ -35,8 +35,10 @@ bool WriteCover(NCanvas& cover, const NString& path) {
 } // namespace
 
 int RunCoversCommand(ModuleHost& module, const Arguments& arguments) {
-    if (wcscmp(arguments[1], L"--to") != 0)
+    if (wcscmp(arguments[1], L"--to") != 0) {
+        Console::Error(L"usage: shellhost covers FILE --to FOLDER");
         return ExitUsage;
+    }
     NStringList paths;
     paths.Add(FullPath(arguments[0]));
     const NString& file = *paths[0];
