@@ -107,6 +107,7 @@ set(tagmap_windows
     suite/tagmap/mapping_table.cpp
     suite/tagmap/mp4_bounds.cpp
     suite/tagmap/mp4_boxes.cpp
+    suite/tagmap/mp4_save.cpp
     suite/tagmap/mp4_tags.cpp
     suite/tagmap/mpeg_frames.cpp
     suite/tagmap/ogg_flac_comment.cpp
@@ -314,6 +315,7 @@ set(tagmap_tests_windows
     tests/tagmap/mapping_table_test.cpp
     tests/tagmap/mp4_bounds_test.cpp
     tests/tagmap/mp4_boxes_test.cpp
+    tests/tagmap/mp4_save_test.cpp
     tests/tagmap/mp4_tags_test.cpp
     tests/tagmap/mpeg_frames_test.cpp
     tests/tagmap/ogg_flac_comment_test.cpp

@@ -9,6 +9,7 @@
 #include "suite/tagmap/id3v2_file_tags.h"
 #include "suite/tagmap/id3v2_tags.h"
 #include "suite/tagmap/lesser_tags.h"
+#include "suite/tagmap/mp4_save.h"
 #include "suite/tagmap/mp4_tags.h"
 #include "suite/tagmap/vorbis_file_tags.h"
 #include "suite/tagmap/wav_file_tags.h"

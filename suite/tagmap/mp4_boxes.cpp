@@ -7,42 +7,87 @@ namespace tagmap {
 
 namespace {
 using TagLib::MP4::Atom;
+using TagLib::MP4::AtomList;
+using TagLib::MP4::Atoms;
 
 // Size, name, version and flags stand before the count, the count before the
 // entries.
 constexpr long CountAt = 12;
 constexpr int64_t EntriesAt = 16;
 
+// What stands in the place of a short size.
+constexpr unsigned UpToTheFilesEnd = 0;
+constexpr unsigned LongSizeFollows = 1;
+
+unsigned StoredSize(TagLib::MP4::File& file, const Atom& box) {
+    file.seek(box.offset);
+    return file.readBlock(sizeof(uint32_t)).toUInt();
+}
+
 bool TablesFit(TagLib::MP4::File& file, Atom& movie, const char* name, int64_t entrySize) {
-    const TagLib::MP4::AtomList tables = movie.findall(name, true);
+    const AtomList tables = movie.findall(name, true);
     return std::all_of(tables.begin(), tables.end(), [&](const Atom* table) {
         file.seek(table->offset + CountAt);
         const int64_t count = file.readBlock(sizeof(uint32_t)).toUInt();
-        return EntriesAt + count * entrySize <= table->length;
+        return StoredSize(file, *table) != LongSizeFollows &&
+               EntriesAt + count * entrySize <= table->length;
     });
 }
 
-bool EndsWithin(const Atom& box, int64_t end) {
-    return int64_t{box.offset} + box.length <= end;
+int64_t EndOf(const Atom& box) {
+    return int64_t{box.offset} + box.length;
 }
 
-bool ListFits(TagLib::MP4::File& file, Atom& movie) {
+// The movie, and down to the item list as far as the boxes are there.
+bool WayToTheListFits(TagLib::MP4::File& file, Atom& movie) {
+    Atom* const way[] = {&movie, movie.find("udta"), movie.find("udta", "meta"),
+                         movie.find("udta", "meta", "ilst")};
+    int64_t end = file.length();
+    for (const Atom* box : way) {
+        if (!box)
+            break;
+        if (StoredSize(file, *box) == UpToTheFilesEnd || EndOf(*box) > end)
+            return false;
+        end = EndOf(*box);
+    }
+    return true;
+}
+
+// The list's neighbours, which a save uses as room.
+bool FillersFit(Atom& movie) {
     const Atom* meta = movie.find("udta", "meta");
-    if (!meta)
-        return true;
-    const int64_t end = int64_t{meta->offset} + meta->length;
-    return end <= file.length() &&
-           std::all_of(meta->children.begin(), meta->children.end(), [&](const Atom* box) {
-               return (box->name != "ilst" && box->name != "free") || EndsWithin(*box, end);
-           });
+    return !meta || std::all_of(meta->children.begin(), meta->children.end(), [&](const Atom* box) {
+        return box->name != "free" || EndOf(*box) <= EndOf(*meta);
+    });
+}
+
+// A new list goes right behind the short head of the user data, or of the movie.
+bool ListHasAPlace(TagLib::MP4::File& file, Atom& movie) {
+    Atom* const list = movie.find("udta", "meta", "ilst");
+    Atom* const userData = movie.find("udta");
+    const Atom* place = list ? list : userData ? userData : &movie;
+    return StoredSize(file, *place) != LongSizeFollows;
+}
+
+// The movie's own tables are mended, these are not.
+bool HoldsOtherPlaces(const Atoms& boxes) {
+    return std::any_of(boxes.atoms.begin(), boxes.atoms.end(), [](Atom* box) {
+        return !box->findall("saio", true).isEmpty() || !box->findall("iloc", true).isEmpty() ||
+               !box->findall("cmov", true).isEmpty();
+    });
 }
 } // namespace
 
 bool Mp4BoxesFit(TagLib::MP4::File& file) {
-    TagLib::MP4::Atoms boxes(&file);
-    Atom* movie = boxes.find("moov");
-    return movie && ListFits(file, *movie) && TablesFit(file, *movie, "stco", sizeof(uint32_t)) &&
-           TablesFit(file, *movie, "co64", sizeof(uint64_t));
+    Atoms boxes(&file);
+    const auto movies = std::count_if(boxes.atoms.begin(), boxes.atoms.end(),
+                                      [](const Atom* box) { return box->name == "moov"; });
+    if (movies != 1 || HoldsOtherPlaces(boxes))
+        return false;
+    Atom& movie = *boxes.find("moov");
+    return WayToTheListFits(file, movie) && FillersFit(movie) && ListHasAPlace(file, movie) &&
+           TablesFit(file, movie, "stco", sizeof(uint32_t)) &&
+           TablesFit(file, movie, "co64", sizeof(uint64_t));
 }
 
 } // namespace tagmap

@@ -6,11 +6,18 @@
 
 namespace tagmap {
 
-// True if the boxes that a save moves by, the item list and the fillers beside
-// it, end within the one around them, and each table of chunk offsets ("stco",
-// "co64") has room for the entries that it counts (ISO/IEC 14496-12, sections
-// 4.2 and 8.7.5). The library believes these numbers: a wrong one costs
-// gigabytes of memory, or hours.
+// True if a save finds the boxes as it needs them (ISO/IEC 14496-12, sections
+// 4.2 and 8.7.5). The library believes the file's numbers: a wrong one costs
+// gigabytes of memory, or hours; and where boxes change their size it mends the
+// sizes around them and the tables of chunk offsets ("stco", "co64"), no more.
+//
+// - There is one movie. It and what leads to the item list say where they end,
+//   within the box around them.
+// - What the library puts its boxes into, or takes offsets from, has the short
+//   kind of head.
+// - Each table has room for the entries that it counts.
+// - No other box holds places in the file ("saio", "iloc", a movie that is
+//   compressed).
 bool Mp4BoxesFit(TagLib::MP4::File& file);
 
 } // namespace tagmap

@@ -2,7 +2,6 @@
 
 #include "suite/tagmap/field_rules.h"
 #include "suite/tagmap/mapping_table.h"
-#include "suite/tagmap/mp4_boxes.h"
 #include "suite/tagmap/pictures.h"
 #include "suite/tagmap/rating.h"
 
@@ -32,7 +31,6 @@ constexpr wchar_t CdTocItem[] = L"----:com.apple.iTunes:CDTOC";
 constexpr char CoverItem[] = "covr";
 constexpr char RatingItem[] = "rate";
 constexpr char TempoItem[] = "tmpo";
-constexpr char GenreByName[] = "\251gen";
 constexpr int ShortMost = 0xFFFF; // numbers are stored in 16 bits
 
 String FreeFormKey(const String& name) {
@@ -318,33 +316,6 @@ void RemoveAll(Tag& tag) {
         tag.removeItem(key);
 }
 
-// The "data" atoms inside a cover atom, or more than any list holds if its
-// layout is broken.
-unsigned CountCovers(TagLib::File& file, const TagLib::MP4::Atom& atom) {
-    constexpr unsigned AtomHeader = 8;
-    constexpr unsigned DataHeader = 16;
-    file.seek(atom.offset + AtomHeader);
-    const TagLib::ByteVector data =
-        file.readBlock(static_cast<unsigned long>(atom.length) - AtomHeader);
-    unsigned count = 0;
-    for (unsigned position = 0; position < data.size(); ++count) {
-        const unsigned length = data.toUInt(position);
-        if (length < DataHeader || length > data.size() - position)
-            return UINT_MAX;
-        position += length;
-    }
-    return count;
-}
-
-// A save splits the names of free-form atoms at ":" and drops those in which
-// it doesn't find three parts.
-bool HasUnwritableName(const Tag& tag) {
-    for (const auto& [key, item] : tag.itemMap())
-        if (IsFreeForm(key) && StringList::split(key, ":").size() != 3)
-            return true;
-    return false;
-}
-
 } // namespace
 
 void ReadMp4(const Tag& tag, clTagRecord& record) {
@@ -380,29 +351,6 @@ void DeleteMp4(Tag& tag, const NStringList& names) {
     std::vector<CoverArt> covers = CoversOf(tag);
     RemoveArtNumbers(covers, ArtNumbersOf(names));
     PutCovers(tag, covers);
-}
-
-bool Mp4SurvivesSave(TagLib::MP4::File& file) {
-    if (!Mp4BoxesFit(file))
-        return false;
-    TagLib::MP4::Atoms atoms(&file);
-    TagLib::MP4::Atom* list = atoms.find("moov", "udta", "meta", "ilst");
-    if (!list)
-        return true;
-    const Tag& tag = *file.tag();
-    unsigned expected = 0;
-    for (const TagLib::MP4::Atom* atom : list->children) {
-        // A genre by number becomes one by name; a filler is nobody's loss.
-        if (atom->name == "gnre" || atom->name == "free" || atom->name == "skip")
-            continue;
-        if (atom->name == CoverItem &&
-            CountCovers(file, *atom) != FindItem(tag, CoverItem).toCoverArtList().size())
-            return false;
-        ++expected;
-    }
-    const bool genreIsByNumber = list->findall(GenreByName).isEmpty() && tag.contains(GenreByName);
-    const unsigned held = tag.itemMap().size() - (genreIsByNumber ? 1 : 0);
-    return held == expected && !HasUnwritableName(tag);
 }
 
 } // namespace tagmap

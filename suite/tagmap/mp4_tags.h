@@ -31,9 +31,4 @@ void SetMp4(TagLib::MP4::Tag& tag, clTagRecord& changes, Refusals& refused);
 // An empty list stands for the whole item list.
 void DeleteMp4(TagLib::MP4::Tag& tag, const NStringList& names);
 
-// False if a save would lose something of the file's item list: an atom that
-// stands twice, or one of a kind that the library can't hold. Such a file is
-// not to be written, nor one whose boxes don't fit (mp4_boxes.h).
-bool Mp4SurvivesSave(TagLib::MP4::File& file);
-
 } // namespace tagmap

@@ -405,44 +405,5 @@ TEST(Mp4Tags, DeletingAllLeavesWhereTheAudioBeginsAndEnds) {
     EXPECT_EQ(Native(tag, L"----:com.apple.iTunes:iTunSMPB"), L" 00000000 00000840");
 }
 
-TEST(Mp4SurvivesSave, AListThatTheLibraryHoldsWhole) {
-    EXPECT_TRUE(Mp4SurvivesSave(Mp4File{ByteVector()}.File()));
-    Mp4File mp4(Atom("\251nam", Data(1, "T")) + Atom("gnre", Data(0, ByteVector("\0\2", 2))) +
-                Atom("free", ByteVector("filler")) +
-                Atom("covr", Data(13, "one") + Data(14, "two")));
-    EXPECT_TRUE(Mp4SurvivesSave(mp4.File()));
-    EXPECT_EQ(Read(mp4.Tags(), L"genre"), L"Classic Rock");
-}
-
-TEST(Mp4SurvivesSave, NotAnAtomThatStandsTwice) {
-    Mp4File mp4(Atom("\251nam", Data(1, "T")) + Atom("\251nam", Data(1, "U")));
-    EXPECT_FALSE(Mp4SurvivesSave(mp4.File()));
-}
-
-TEST(Mp4SurvivesSave, NotATextOfAnotherEncoding) {
-    constexpr int Utf16 = 2;
-    Mp4File mp4(Atom("\251nam", Data(Utf16, "TT")));
-    EXPECT_FALSE(Mp4SurvivesSave(mp4.File()));
-}
-
-TEST(Mp4SurvivesSave, NotACoverOfAnUnknownKind) {
-    constexpr int Unheard = 99;
-    Mp4File mp4(Atom("covr", Data(13, "one") + Data(Unheard, "two")));
-    EXPECT_FALSE(Mp4SurvivesSave(mp4.File()));
-}
-
-TEST(Mp4SurvivesSave, NotACoverWithABrokenLength) {
-    Mp4File mp4(
-        Atom("covr", ByteVector::fromUInt(0x7FFFFFFF) + ByteVector("data") + ByteVector(20, '\0')));
-    EXPECT_FALSE(Mp4SurvivesSave(mp4.File()));
-}
-
-TEST(Mp4SurvivesSave, NotAFreeFormNameWithAColon) {
-    Mp4File mp4(Atom("----", Atom("mean", ByteVector(4, '\0') + ByteVector("com.apple.iTunes")) +
-                                 Atom("name", ByteVector(4, '\0') + ByteVector("a:b")) +
-                                 Data(1, "x")));
-    EXPECT_FALSE(Mp4SurvivesSave(mp4.File()));
-}
-
 } // namespace
 } // namespace tagmap
