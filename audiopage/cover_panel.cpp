@@ -124,7 +124,8 @@ void TrimDarkBorder(NCanvas& bitmap, double& width, double& height) {
         return;
     // 3.
     NCanvas scratch;
-    scratch.Resize(fullWidth, fullHeight);
+    if (!scratch.Resize(fullWidth, fullHeight))
+        return;
     bitmap.Blit(scratch.dc, 0, 0);
     bitmap.Resize(fullWidth - 2, fullHeight - 2);
     scratch.Blit(bitmap.dc, 0, 0, fullWidth - 2, fullHeight - 2, 1, 1);

@@ -428,6 +428,18 @@ TEST_F(CoversOfFiles, AFileWithoutATagHasNothing) {
     EXPECT_EQ(art_.Count(), 0);
 }
 
+// A record of no bytes is none, wherever its pointer leads.
+TEST_F(CoversOfFiles, AFileWithAnEmptyTagHasNothing) {
+    ScriptedAudio audio;
+    GiveCover(audio);
+    NBuffer tagBytes;
+    audio.tags.Serialise(tagBytes);
+    audio.says.tagsSize = 0 - tagBytes.Size;
+    Add(audio);
+    Build();
+    EXPECT_EQ(art_.Count(), 0);
+}
+
 TEST_F(CoversOfFiles, SeveralFilesHaveNone) {
     ScriptedAudio audio;
     GiveCover(audio);

@@ -239,6 +239,20 @@ TEST_F(GenreList, LinesEndAtALineFeedToo) {
     EXPECT_EQ(Choices(), (Texts{L"a", L"b", L"c"}));
 }
 
+TEST_F(GenreList, ALineEndsAtACarriageReturnToo) {
+    Choices();
+    WriteUnits(L"a\nb\r");
+    EXPECT_EQ(Choices(), (Texts{L"a", L"b"}));
+}
+
+// The reader gives back one byte of the unit behind a lone carriage return:
+// wanted. What follows is read out of step.
+TEST_F(GenreList, BehindALoneCarriageReturnLinesAreReadOutOfStep) {
+    Choices();
+    WriteUnits(L"a\rb\r\nc");
+    EXPECT_EQ(Choices(), (Texts{L"a", L"\x0D00\x0A00\x6300"}));
+}
+
 TEST_F(GenreList, ALastLineWithoutItsEndCountsIfItHoldsText) {
     Choices();
     WriteUnits(L"b\r\na");

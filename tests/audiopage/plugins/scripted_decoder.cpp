@@ -1,6 +1,7 @@
 // A decoder plug-in that says about a file what the file tells it to. It
 // refuses to be asked in another way than the page does.
 #include "codec/audio_info.h"
+#include "codec/trace.h"
 #include "foundation/unique_handle.h"
 #include "foundation/windows_lean.h"
 #include "tests/audiopage/plugins/scripted_file.h"
@@ -27,6 +28,11 @@ std::vector<uint8_t> ReadWhole(const wchar_t* path) {
     ReadFile(file.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &done, nullptr);
     bytes.resize(done);
     return bytes;
+}
+
+bool SwitchesLoggingOff(const void* logContext) {
+    const NLogContext zeroed = {};
+    return logContext && memcmp(logContext, &zeroed, sizeof(zeroed)) == 0;
 }
 
 bool AskedAsThePageDoes(const clAudioInfo& info) {
@@ -69,8 +75,8 @@ PLUGIN_EXPORT DecoderUncalled DecodeBlock;
 PLUGIN_EXPORT DecoderUncalled SetPosition;
 PLUGIN_EXPORT DecoderUncalled DeleteATag;
 
-PLUGIN_EXPORT void* Create(void*) {
-    return new Instance;
+PLUGIN_EXPORT void* Create(void* logContext) {
+    return SwitchesLoggingOff(logContext) ? new Instance : nullptr;
 }
 
 PLUGIN_EXPORT void Destroy(void* instance) {
