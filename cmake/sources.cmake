@@ -294,6 +294,7 @@ set(shell_registration_tests_windows
     tests/shell/loaded_module.cpp)
 set(tagmap_tests_windows
     tests/querytrackdata/test_files.cpp
+    tests/shell/counted_allocations.cpp
     tests/tagmap/aiff_text_chunks_test.cpp
     tests/tagmap/ape_save_test.cpp
     tests/tagmap/ape_tags_test.cpp
@@ -323,6 +324,7 @@ set(tagmap_tests_windows
     tests/tagmap/pictures_test.cpp
     tests/tagmap/rating_test.cpp
     tests/tagmap/riff_info_tags_test.cpp
+    tests/tagmap/tag_file_memory_test.cpp
     tests/tagmap/tag_file_test.cpp
     tests/tagmap/tag_values_test.cpp
     tests/tagmap/vorbis_save_test.cpp
@@ -347,11 +349,13 @@ set(decoder_tests_windows
     tests/decoder/channel_names_test.cpp
     tests/decoder/hostile_files_test.cpp
     tests/decoder/made_files_test.cpp
+    tests/decoder/memory_test.cpp
     tests/decoder/plug_in.cpp
     tests/decoder/plug_in_test.cpp
     tests/decoder/samples_test.cpp
     tests/decoder/xing_header_test.cpp
     tests/querytrackdata/test_files.cpp
+    tests/shell/counted_allocations.cpp
     tests/shell/portable_executable.cpp)
 set(shellhost_tests_windows
     tests/shellhost/commands_test.cpp

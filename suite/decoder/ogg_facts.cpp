@@ -107,8 +107,8 @@ void OggFlacFacts(AudioFile& file, AudioFacts& facts) {
     const TagLib::FLAC::Properties& audio = *flac.audioProperties();
     TakeCommon(audio, facts);
     facts.BitsPerSample = static_cast<uint32_t>(audio.bitsPerSample());
-    if (audio.sampleFrames() == 0)
-        facts.LengthMs = LengthByLastPage(flac, facts.SampleRate);
+    facts.LengthMs = audio.sampleFrames() > 0 ? LengthMsOf(audio.sampleFrames(), facts.SampleRate)
+                                              : LengthByLastPage(flac, facts.SampleRate);
     TakeRate(file, UntilMarkedLast, facts);
     facts.Quality = Lossless;
     facts.ChannelMapping = FlacChannels(facts.Channels);

@@ -1,5 +1,7 @@
 #include "suite/decoder/format_facts.h"
 
+#include <algorithm>
+
 namespace decoder {
 
 namespace {
@@ -47,6 +49,8 @@ bool ReadFacts(AudioFile& file, AudioFacts& facts) {
         if (reader.Kind != file.Kind())
             continue;
         reader.Read(file, facts);
+        // The library counts milliseconds in 32 bits; a damaged header overflows.
+        facts.LengthMs = std::max<int64_t>(facts.LengthMs, 0);
         return ArePlausible(facts) && (facts.SampleRate > 0 || reader.Read == ModuleFacts);
     }
     return false;

@@ -42,6 +42,17 @@ Pictures TakeBlocks(TagLib::Ogg::FLAC::File& file) {
     }
     return pictures;
 }
+
+// The comment's list must be let go before the comment is changed: one that is
+// shared is copied then, and the copy no longer deletes what it holds.
+void AddCopies(TagLib::Ogg::XiphComment& comment, Pictures& pictures) {
+    const TagLib::List<Picture*> behind = comment.pictureList();
+    for (const Picture* picture : behind) {
+        auto copy = std::make_unique<Picture>();
+        if (copy->parse(picture->render()))
+            pictures.push_back(std::move(copy));
+    }
+}
 } // namespace
 
 void MovePictureBlocksToComment(TagLib::Ogg::FLAC::File& file) {
@@ -49,12 +60,7 @@ void MovePictureBlocksToComment(TagLib::Ogg::FLAC::File& file) {
     if (pictures.empty())
         return;
     TagLib::Ogg::XiphComment& comment = *file.tag();
-    const TagLib::List<Picture*> behind = comment.pictureList();
-    for (const Picture* picture : behind) {
-        auto copy = std::make_unique<Picture>();
-        if (copy->parse(picture->render()))
-            pictures.push_back(std::move(copy));
-    }
+    AddCopies(comment, pictures);
     comment.removeAllPictures();
     // The comment owns what it is given.
     for (std::unique_ptr<Picture>& picture : pictures)

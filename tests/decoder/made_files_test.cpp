@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace {
 std::string Number(uint64_t number, int bytes, bool bigFirst) {
     std::string text;
@@ -193,6 +195,20 @@ TEST(MadeMovie, OfAlacHasTheBitsOfItsCookie) {
     EXPECT_EQ(file.info.BitsPerSample, 24);
     EXPECT_EQ(file.info.SampleRate, 96000U);
     EXPECT_EQ(file.Tech(L"channel mapping"), L"Center, Left, Right, Back Left, Back Right, LFE");
+}
+
+TEST(MadeOggFlac, OfAnEndlessLengthHasNoNegativeOne) {
+    Bytes sample = ReadWhole(SamplePath("sample.oga"));
+    // Behind the stream's mark, the block's header, and the sizes of blocks and
+    // frames: a rate of 1, and all the samples that 36 bits can count.
+    const std::string mark = "fLaC";
+    const auto at = std::search(sample.begin(), sample.end(), mark.begin(), mark.end()) + 8 + 10;
+    const Bytes endless = {0, 0, 0x12, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF};
+    std::copy(endless.begin(), endless.end(), at);
+    OpenedFile file = OpenMade(L"endless.oga", std::string(sample.begin(), sample.end()));
+    EXPECT_TRUE(file.opened);
+    EXPECT_EQ(file.info.SampleRate, 1U);
+    EXPECT_EQ(file.info.LengthMs, 0xFFFFFFFFFLL * 1000);
 }
 
 TEST(MadeMpeg, OfOneRateIsConstant) {
