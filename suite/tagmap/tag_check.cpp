@@ -209,57 +209,78 @@ bool PicturesAreAsAsked(LookedAtFile& old, LookedAtFile& changed, clTagRecord& c
     return wanted == got;
 }
 
+// What can't be looked at for want of memory is not as it should be.
+template <typename Question>
+bool AnswersYes(Question question) noexcept {
+    try {
+        return question();
+    } catch (...) {
+        return false;
+    }
+}
+
 bool WithinOnePercent(int a, int b) {
     return std::abs(a - b) <= std::max(a, b) / 100 + 1;
 }
 } // namespace
 
 bool Holds(const wchar_t* path, clTagRecord& changes, const Refusals& refused) {
-    LookedAtFile file(path);
-    return file.IsSound() && AllElements(changes, refused, [&](const clTagElement& wanted) {
-               return IsArtName(wanted.Name) ? HoldsPicture(file, wanted) : HoldsText(file, wanted);
-           });
+    return AnswersYes([&] {
+        LookedAtFile file(path);
+        return file.IsSound() && AllElements(changes, refused, [&](const clTagElement& wanted) {
+                   return IsArtName(wanted.Name) ? HoldsPicture(file, wanted)
+                                                 : HoldsText(file, wanted);
+               });
+    });
 }
 
 bool WasSet(const wchar_t* before, const wchar_t* after, clTagRecord& changes,
             const Refusals& refused) {
-    LookedAtFile old(before);
-    LookedAtFile changed(after);
-    return old.IsSound() && changed.IsSound() &&
-           AllElements(changes, refused,
-                       [&](const clTagElement& wanted) {
-                           return IsArtName(wanted.Name) || HoldsText(changed, wanted);
-                       }) &&
-           PicturesAreAsAsked(old, changed, changes, refused);
+    return AnswersYes([&] {
+        LookedAtFile old(before);
+        LookedAtFile changed(after);
+        return old.IsSound() && changed.IsSound() &&
+               AllElements(changes, refused,
+                           [&](const clTagElement& wanted) {
+                               return IsArtName(wanted.Name) || HoldsText(changed, wanted);
+                           }) &&
+               PicturesAreAsAsked(old, changed, changes, refused);
+    });
 }
 
 bool LacksAll(const wchar_t* path, const NStringList& names) {
-    LookedAtFile file(path);
-    if (!file.IsSound() || !LacksTexts(file, names))
-        return false;
-    const std::vector<int> numbers = ArtNumbersOf(names);
-    const int pictures = static_cast<int>(PicturesOf(file.Record()).size());
-    return std::all_of(numbers.begin(), numbers.end(),
-                       [&](int number) { return number > pictures; });
+    return AnswersYes([&] {
+        LookedAtFile file(path);
+        if (!file.IsSound() || !LacksTexts(file, names))
+            return false;
+        const std::vector<int> numbers = ArtNumbersOf(names);
+        const int pictures = static_cast<int>(PicturesOf(file.Record()).size());
+        return std::all_of(numbers.begin(), numbers.end(),
+                           [&](int number) { return number > pictures; });
+    });
 }
 
 bool WasDeleted(const wchar_t* before, const wchar_t* after, const NStringList& names) {
-    LookedAtFile old(before);
-    LookedAtFile changed(after);
-    return old.IsSound() && changed.IsSound() && LacksTexts(changed, names) &&
-           (names.Count == 0 || PicturesAreLeft(old.Record(), changed.Record(), names));
+    return AnswersYes([&] {
+        LookedAtFile old(before);
+        LookedAtFile changed(after);
+        return old.IsSound() && changed.IsSound() && LacksTexts(changed, names) &&
+               (names.Count == 0 || PicturesAreLeft(old.Record(), changed.Record(), names));
+    });
 }
 
 bool SoundsAlike(const wchar_t* first, const wchar_t* second) {
-    LookedAtFile one(first);
-    LookedAtFile other(second);
-    if (!one.IsSound() || !other.IsSound() || one.Kind() != other.Kind())
-        return false;
-    const TagLib::AudioProperties& a = one.Audio();
-    const TagLib::AudioProperties& b = other.Audio();
-    return a.lengthInMilliseconds() == b.lengthInMilliseconds() &&
-           a.sampleRate() == b.sampleRate() && a.channels() == b.channels() &&
-           (IsOgg(one.Kind()) || WithinOnePercent(a.bitrate(), b.bitrate()));
+    return AnswersYes([&] {
+        LookedAtFile one(first);
+        LookedAtFile other(second);
+        if (!one.IsSound() || !other.IsSound() || one.Kind() != other.Kind())
+            return false;
+        const TagLib::AudioProperties& a = one.Audio();
+        const TagLib::AudioProperties& b = other.Audio();
+        return a.lengthInMilliseconds() == b.lengthInMilliseconds() &&
+               a.sampleRate() == b.sampleRate() && a.channels() == b.channels() &&
+               (IsOgg(one.Kind()) || WithinOnePercent(a.bitrate(), b.bitrate()));
+    });
 }
 
 } // namespace tagmap

@@ -5,6 +5,17 @@
 namespace tagmap {
 
 namespace {
+// The library does not say what it throws. Nearly all of it is for want of
+// memory, which a damaged file may ask for at will.
+template <typename Work>
+Outcome CatchingAll(Outcome failure, Work work) noexcept {
+    try {
+        return work();
+    } catch (...) {
+        return failure;
+    }
+}
+
 // Opens a file for one of the changes, does it, and saves.
 template <typename Change>
 Outcome ChangeTags(const wchar_t* path, DiskChanged diskChanged, Change change) {
@@ -21,10 +32,8 @@ Outcome ChangeTags(const wchar_t* path, DiskChanged diskChanged, Change change) 
     change(*tags);
     return tags->Save() && !file.Stream().Failed() ? Outcome::Done : Outcome::CannotWrite;
 }
-} // namespace
 
-Outcome ReadTags(const wchar_t* path, clTagRecord& record) {
-    record.Clear();
+Outcome ReadFrom(const wchar_t* path, clTagRecord& record) {
     AudioFile file(path, FileStream::Mode::Read, false);
     if (file.Stream().IsTooLarge())
         return Outcome::Refused;
@@ -36,14 +45,24 @@ Outcome ReadTags(const wchar_t* path, clTagRecord& record) {
     tags->Read(record);
     return file.Stream().Failed() ? Outcome::CannotOpen : Outcome::Done;
 }
+} // namespace
+
+Outcome ReadTags(const wchar_t* path, clTagRecord& record) {
+    record.Clear();
+    return CatchingAll(Outcome::CannotOpen, [&] { return ReadFrom(path, record); });
+}
 
 Outcome SetTags(const wchar_t* path, clTagRecord& changes, Refusals& refused,
                 DiskChanged diskChanged) {
-    return ChangeTags(path, diskChanged, [&](FormatTags& tags) { tags.Set(changes, refused); });
+    return CatchingAll(Outcome::CannotWrite, [&] {
+        return ChangeTags(path, diskChanged, [&](FormatTags& tags) { tags.Set(changes, refused); });
+    });
 }
 
 Outcome DeleteTags(const wchar_t* path, const NStringList& names, DiskChanged diskChanged) {
-    return ChangeTags(path, diskChanged, [&](FormatTags& tags) { tags.Delete(names); });
+    return CatchingAll(Outcome::CannotWrite, [&] {
+        return ChangeTags(path, diskChanged, [&](FormatTags& tags) { tags.Delete(names); });
+    });
 }
 
 } // namespace tagmap

@@ -13,22 +13,23 @@
 // library counts in 32 bits.
 //
 // Paths are absolute, of any length. Nothing is shown and nothing is thrown; a
-// file of any content gives one of the outcomes.
+// file of any content gives one of the outcomes, or false. Where memory runs out,
+// or the library throws, reading tells CannotOpen, and a change CannotWrite.
 namespace tagmap {
 
 enum class Outcome {
     Done,
-    CannotOpen,
+    CannotOpen, // or the disk, or memory, failed in the middle of reading
     NotAudio,
     Refused,    // a format that can't be written, or a file that a write would damage
-    CannotWrite // the disk failed; the file may be incomplete
+    CannotWrite // the disk, or memory, failed; the file may be incomplete
 };
 
 // Called behind each call that changes the disk.
 using DiskChanged = void (*)();
 
-// Empties `record`, then fills it with the elements of the file's tags. Opens
-// the file for reading alone, and lets others read, write and delete it.
+// Empties `record`, then fills it, in part after a failure, with the elements of the file's tags.
+// Opens the file for reading alone, and lets others read, write and delete it.
 Outcome ReadTags(const wchar_t* path, clTagRecord& record);
 
 // Both change the file at `path` in place, which a fault in the middle can leave
