@@ -339,9 +339,11 @@ TEST_F(DecoderSearch, HoldsNoMoreAfterAThousandRunsThanAfterOne) {
     };
     run();
     int before = CountKernelHandles();
+    int threadsBefore = CountThreads();
     for (int runs = 0; runs < 1000; ++runs)
         run();
     EXPECT_EQ(CountKernelHandles(), before);
+    EXPECT_EQ(CountThreads(), threadsBefore);
     EXPECT_EQ(GetModuleHandleW(folder_.PathOf(L"a.dll").Text), nullptr);
     EXPECT_EQ(GetModuleHandleW(folder_.PathOf(L"c.dll").Text), nullptr);
     // The count sees one that is left.

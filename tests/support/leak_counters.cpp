@@ -2,6 +2,7 @@
 
 #include "foundation/unique_handle.h"
 
+#include <tlhelp32.h>
 #include <winternl.h>
 
 #include <cstdint>
@@ -152,10 +153,22 @@ int CountKernelHandles() {
     return count;
 }
 
+int CountThreads() {
+    UniqueFileHandle list(CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0));
+    THREADENTRY32 thread = {};
+    thread.dwSize = sizeof(thread);
+    int count = 0;
+    for (BOOL more = Thread32First(list.Get(), &thread); more;
+         more = Thread32Next(list.Get(), &thread))
+        count += thread.th32OwnerProcessID == GetCurrentProcessId();
+    return count;
+}
+
 PlatformObjects CountPlatformObjects() {
     PlatformObjects objects;
     objects.gdi = CountGdiObjects();
     objects.user = CountUserObjects();
     objects.kernel = CountKernelHandles();
+    objects.threads = CountThreads();
     return objects;
 }

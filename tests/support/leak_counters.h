@@ -10,6 +10,7 @@ struct PlatformObjects {
     int gdi = 0;    // device contexts, bitmaps, fonts, brushes, pens, regions
     int user = 0;   // windows, menus, icons
     int kernel = 0; // handles of all kinds
+    int threads = 0;
 
     bool operator==(const PlatformObjects&) const = default;
 };
@@ -19,8 +20,10 @@ PlatformObjects CountPlatformObjects();
 int CountGdiObjects();
 int CountUserObjects();
 int CountKernelHandles();
+// Those that run, or are held.
+int CountThreads();
 
 inline void PrintTo(const PlatformObjects& objects, std::ostream* out) {
     *out << objects.gdi << " GDI, " << objects.user << " user objects, " << objects.kernel
-         << " handles";
+         << " handles, " << objects.threads << " threads";
 }

@@ -68,12 +68,22 @@ const Leak leaks[] = {
          HANDLE event = CreateEventW(nullptr, TRUE, FALSE, nullptr);
          return [event] { CloseHandle(event); };
      }},
-    {"a thread", CountKernelHandles,
+    {"a thread that has ended", CountKernelHandles,
      [] {
          HANDLE thread = CreateThread(
              nullptr, 0, [](void*) -> DWORD { return 0; }, nullptr, 0, nullptr);
          WaitForSingleObject(thread, INFINITE);
          return [thread] { CloseHandle(thread); };
+     }},
+    {"a thread that nobody waits for", CountThreads,
+     [] {
+         HANDLE thread = CreateThread(
+             nullptr, 0, [](void*) -> DWORD { return 0; }, nullptr, CREATE_SUSPENDED, nullptr);
+         return [thread] {
+             ResumeThread(thread);
+             WaitForSingleObject(thread, INFINITE);
+             CloseHandle(thread);
+         };
      }},
 };
 } // namespace

@@ -375,6 +375,7 @@ TEST(NThread, EachRunLeavesOneHandleOfItsEventOpenAndNothingElse) {
         warmUp.Start(ReturnAtOnce, nullptr);
     }
     const int before = CountKernelHandles();
+    const int threadsBefore = CountThreads();
     std::wstring lastName;
     for (int i = 0; i < Runs; ++i) {
         NThread thread;
@@ -383,6 +384,7 @@ TEST(NThread, EachRunLeavesOneHandleOfItsEventOpenAndNothingElse) {
         thread.Close();
     }
     EXPECT_EQ(before + Runs, CountKernelHandles());
+    EXPECT_EQ(threadsBefore, CountThreads());
     UniqueKernelHandle still(OpenEventW(SYNCHRONIZE, FALSE, lastName.c_str()));
     EXPECT_TRUE(still);
 }
