@@ -19,7 +19,8 @@
 // What a plug-in returns is not believed: null results end in "false" or 0,
 // C++ exceptions that it lets out count as failures, and texts and records are
 // read only as far as there is memory to read. A crash in the plug-in's own
-// code, or one that writes where it should not, can't be kept from the process
+// code, one that writes where it should not, or an exception of another
+// compiler's, which is no C++ exception here, can't be kept from the process
 // that it lives in.
 class cltNDecoder : public NDLL {
 public:

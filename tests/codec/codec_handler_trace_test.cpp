@@ -73,8 +73,17 @@ TEST_F(SearchTrace, OfAStaleValueOfTheRegistry) {
     EXPECT_EQ(TraceOf(L"file.x"), Enter + Checking(gone, L".x") + Checking(a, L".x") + Leave);
 }
 
-TEST_F(SearchTrace, ReachesThePlugin) {
-    AddPlugin(L"a.dll", {L".x"});
-    TraceOf(L"file.x");
-    EXPECT_EQ(script_.logContext, file_.Context());
+TEST_F(SearchTrace, ReachesThePluginOnEachWay) {
+    NString a = AddPlugin(L"a.dll", {L".x", L".y"});
+    SetCached(L".y", a);
+    auto reaches = [this](const wchar_t* path) {
+        script_.logContext = nullptr;
+        TraceOf(path);
+        return script_.logContext == file_.Context();
+    };
+    EXPECT_TRUE(reaches(L"scanned.x"));
+    EXPECT_TRUE(reaches(L"loaded.x"));
+    decoder_.Unload();
+    EXPECT_TRUE(reaches(L"remembered.x"));
+    EXPECT_TRUE(reaches(L"registered.y"));
 }

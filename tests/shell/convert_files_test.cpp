@@ -14,8 +14,9 @@
 #include <string>
 #include <vector>
 
-// The linker's entry for the function, through which all its callers go.
+// The linker's entries for the functions, through which all their callers go.
 extern "C" decltype(&MessageBoxW) __imp_MessageBoxW;
+extern "C" decltype(&CreateProcessW) __imp_CreateProcessW;
 
 namespace {
 using Paths = std::vector<std::wstring>;
@@ -90,6 +91,32 @@ private:
     }
 
     decltype(&MessageBoxW) platform_ = __imp_MessageBoxW;
+};
+
+// Takes the starts of programs, with their very flags: Wine gives a program
+// normal priority by itself. None of them succeeds.
+class CaughtStart {
+public:
+    CaughtStart() { __imp_CreateProcessW = Answer; }
+    ~CaughtStart() { __imp_CreateProcessW = platform_; }
+    CaughtStart(const CaughtStart&) = delete;
+    CaughtStart& operator=(const CaughtStart&) = delete;
+
+    static inline int calls;
+    static inline BOOL inherit;
+    static inline DWORD flags;
+
+private:
+    static BOOL WINAPI Answer(const wchar_t*, wchar_t*, SECURITY_ATTRIBUTES*, SECURITY_ATTRIBUTES*,
+                              BOOL inherited, DWORD created, void*, const wchar_t*, STARTUPINFOW*,
+                              PROCESS_INFORMATION*) {
+        ++calls;
+        inherit = inherited;
+        flags = created;
+        return FALSE;
+    }
+
+    decltype(&CreateProcessW) platform_ = __imp_CreateProcessW;
 };
 
 // A file in the place of the temporary folder, so that no file can be made there.
@@ -220,6 +247,18 @@ TEST_F(Conversion, TheConverterGetsNormalPriorityAndNoHandles) {
 
     EXPECT_TRUE(converter.StartedAs().starts_with(L"priority=32 ")); // NORMAL_PRIORITY_CLASS
     EXPECT_NE(WaitForSingleObject(event.Get(), 0), WAIT_OBJECT_0);
+}
+
+TEST_F(Conversion, AsksForNormalPriorityAndNothingElse) {
+    Select({L"C:\\a.mp3"});
+    CaughtMessageBox box;
+    CaughtStart start;
+    start.calls = 0;
+    ConvertFiles(selection);
+
+    EXPECT_EQ(start.calls, 1);
+    EXPECT_EQ(start.flags, 32u); // NORMAL_PRIORITY_CLASS
+    EXPECT_FALSE(start.inherit);
 }
 
 TEST_F(Conversion, AnEmptySelectionDoesNothing) {
