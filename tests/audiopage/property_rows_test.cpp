@@ -165,6 +165,14 @@ TEST_F(PropertyRows, NamesThatDifferInCaseAreTheSame) {
     AddTagged(L"artist", L"A");
     AddTagged(L"ARTIST", L"A");
     EXPECT_EQ(Built(L"Artist"), L"A");
+    AddTagged(L"Artist", L"B");
+    EXPECT_EQ(Built(L"Artist"), L"<different>");
+}
+
+TEST_F(PropertyRows, NamesInCapitalsCountFromTheFirstFileOn) {
+    AddTagged(L"ARTIST", L"A");
+    AddTagged(L"Artist", L"A");
+    EXPECT_EQ(Built(L"Artist"), L"A");
 }
 
 TEST_F(PropertyRows, AnElementOfTheSecondFileAloneDiffersAtOnce) {

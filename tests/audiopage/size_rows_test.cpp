@@ -142,6 +142,15 @@ TEST_F(SizeRows, NumbersBeyondAllSenseDoNoHarm) {
     }
 }
 
+// The length in milliseconds counts whole, not the seconds of it.
+TEST_F(SizeRows, PartsOfASecondCountForTheOriginalSize) {
+    SetUnit(L"UnitsFileSize", 3);
+    ScriptedAudio audio;
+    audio.says = {.avgBytesPerSec = 176400, .lengthMs = 1999};
+    AddNumbered(audio);
+    EXPECT_EQ(Built(L"Original Size"), L"352,623 bytes");
+}
+
 TEST_F(SizeRows, SizesLengthsAndOriginalSizesAreSummed) {
     SetUnit(L"UnitsFileSize", 3);
     ScriptedAudio audio;

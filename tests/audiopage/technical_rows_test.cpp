@@ -79,6 +79,26 @@ TEST_F(MergedRows, ALaterFileOfNoChannelsDiffers) {
     EXPECT_EQ(Built(L"Channels"), L"<different>");
 }
 
+TEST_F(MergedRows, ARateOf0IsOpenInTheFirstFileAndDiffersInALaterOne) {
+    AddRate(0);
+    AddRate(44100);
+    EXPECT_EQ(Built(L"Sample Rate"), L"44.1 KHz\r");
+    AddRate(0);
+    EXPECT_EQ(Built(L"Sample Rate"), L"<different>");
+    AddRate(44100);
+    EXPECT_EQ(Built(L"Sample Rate"), L"<different>");
+}
+
+TEST_F(MergedRows, ASampleSizeOf0IsOpenInTheFirstFileAndDiffersInALaterOne) {
+    AddSampleSize(0, 1);
+    AddSampleSize(16, 1);
+    EXPECT_EQ(Built(L"Sample Size"), L"16 bit");
+    AddSampleSize(0, 1);
+    EXPECT_EQ(Built(L"Sample Size"), L"<different>");
+    AddSampleSize(16, 1);
+    EXPECT_EQ(Built(L"Sample Size"), L"<different>");
+}
+
 TEST_F(MergedRows, NothingKnownGivesEmptyRows) {
     AddChannels(0);
     Build();

@@ -320,6 +320,9 @@ TEST(NFont, ThereAreTabStopsForTheDesktopsWidthAndTenMore) {
     // The first stop of an offset of one interval stands at 0, where no tab ends.
     EXPECT_EQ((count - 1) * interval, widthOfTabs(count - 1, interval));
     EXPECT_NE(count * interval, widthOfTabs(count, interval));
+    // One of two intervals is reduced to that, and not to nothing.
+    EXPECT_EQ((count - 1) * interval, widthOfTabs(count - 1, 2 * interval));
+    EXPECT_NE(count * interval, widthOfTabs(count, 2 * interval));
 }
 
 TEST(NFont, ATinyFontsAverageCharacterIsOnePixelWide) {
