@@ -1,3 +1,4 @@
+#include "suite/tagmap/audio_file.h"
 #include "suite/tagmap/mapping_table.h"
 #include "suite/tagmap/pictures.h"
 #include "suite/tagmap/tag_file.h"
@@ -6,6 +7,9 @@
 
 #include <gtest/gtest.h>
 
+#include <audioproperties.h>
+
+#include <algorithm>
 #include <map>
 #include <ostream>
 
@@ -60,6 +64,38 @@ const wchar_t* ValueFor(const std::wstring& element) {
 void AddEveryMappedElement(clTagRecord& record) {
     for (const clMappingRow& row : MappingRows())
         record.Add(row.Element, ValueFor(row.Element));
+}
+
+bool HasAudio(const std::wstring& path) {
+    AudioFile file(path.c_str(), FileStream::Mode::Read, true);
+    return file.IsValid() && file.File().audioProperties() &&
+           file.File().audioProperties()->sampleRate() > 0;
+}
+
+// What became of a file that was to be changed: as it was, or done, and then as
+// sound as it was before.
+void ExpectNoHarm(const Bytes& before, const std::wstring& path, Outcome outcome) {
+    if (outcome != Outcome::Done) {
+        EXPECT_NE(outcome, Outcome::CannotWrite);
+        EXPECT_TRUE(ReadWhole(path) == before);
+        return;
+    }
+    const std::wstring old = path + L".before";
+    WriteWhole(old, before);
+    EXPECT_TRUE(SoundsAlike(old.c_str(), path.c_str()) || !HasAudio(old));
+}
+
+// The first half of a sample that isn't tag, as far as `before`, made of the
+// sample, still has it. Pages of Ogg have numbers of their own, and change.
+void ExpectTheAudioOf(const Bytes& before, const Bytes& sample, const std::wstring& path) {
+    const auto begin = static_cast<ptrdiff_t>(sample.size() / 4);
+    const auto end = static_cast<ptrdiff_t>(std::min(sample.size() * 5 / 8, before.size()));
+    const std::string ogg = "OggS";
+    if (begin >= end || std::equal(ogg.begin(), ogg.end(), sample.begin()))
+        return;
+    const Bytes after = ReadWhole(path);
+    EXPECT_NE(std::search(after.begin(), after.end(), before.begin() + begin, before.begin() + end),
+              after.end());
 }
 
 const std::string FrontCover = "\x89PNG\r\n\x1A\n front";
@@ -245,15 +281,20 @@ TEST_P(TagFile, APictureIsRemovedByAnEmptyElement) {
 TEST_P(TagFile, ATruncatedFileIsReadAndWrittenWithoutHarm) {
     const Bytes whole = ReadWhole(path_);
     for (size_t part = 0; part < 40; ++part) {
+        SCOPED_TRACE(part);
         const size_t size = whole.size() * part / 40;
         const Bytes cut(whole.begin(), whole.begin() + static_cast<ptrdiff_t>(size));
         const std::wstring path = folder_.Write(L"cut.bin", cut);
         ReadTags(path.c_str(), record_);
+        EXPECT_TRUE(ReadWhole(path) == cut);
         clTagRecord changes;
         changes.Add(L"title", L"cut");
         Refusals refused;
-        SetTags(path.c_str(), changes, refused);
-        DeleteTags(path.c_str(), NStringList());
+        ExpectNoHarm(cut, path, SetTags(path.c_str(), changes, refused));
+        ExpectTheAudioOf(cut, whole, path);
+        WriteWhole(path, cut);
+        ExpectNoHarm(cut, path, DeleteTags(path.c_str(), NStringList()));
+        ExpectTheAudioOf(cut, whole, path);
     }
 }
 
@@ -262,15 +303,18 @@ TEST_P(TagFile, AFileWithChangedBytesIsReadAndWrittenWithoutHarm) {
     // The containers' structures stand at both ends.
     const size_t edge = std::min<size_t>(whole.size() / 2, 600);
     for (size_t step = 0; step < 2 * edge; step += 9) {
+        SCOPED_TRACE(step);
         Bytes changed = whole;
         const size_t at = step < edge ? step : whole.size() - 1 - (step - edge);
         changed[at] = static_cast<uint8_t>(changed[at] ^ 0xFF);
         const std::wstring path = folder_.Write(L"changed.bin", changed);
         ReadTags(path.c_str(), record_);
+        EXPECT_TRUE(ReadWhole(path) == changed);
         clTagRecord changes;
         changes.Add(L"title", L"changed");
         Refusals refused;
-        SetTags(path.c_str(), changes, refused);
+        ExpectNoHarm(changed, path, SetTags(path.c_str(), changes, refused));
+        ExpectTheAudioOf(changed, whole, path);
     }
 }
 
@@ -321,7 +365,8 @@ TEST_F(TagFileOutcome, AnOggFlacWithAnUnknownHeaderCountDoesNoHarm) {
     const Bytes content = ReadWhole(SamplePath("odd/unknown-header-count.oga"));
     const std::wstring path = folder_.Write(L"odd.oga", content);
     ReadTags(path.c_str(), record_);
-    SetTitle(path);
+    EXPECT_TRUE(ReadWhole(path) == content);
+    ExpectNoHarm(content, path, SetTitle(path));
 }
 
 TEST_F(TagFileOutcome, AnId3TagThatClaimsMoreThanTheFileIsNotWritten) {
@@ -404,10 +449,14 @@ TEST_F(TagFileOutcome, TheLibrarysDamagedFilesAreReadAndWrittenWithoutHarm) {
     const std::wstring data = HostPath(TONEWRIGHT_SOURCE_DIR "/build/taglib/source/tests/data");
     int files = 0;
     for (const std::wstring& name : NamesIn(data)) {
-        const std::wstring path = folder_.Write(name, ReadWhole(data + L"\\" + name));
+        SCOPED_TRACE(std::string(name.begin(), name.end()));
+        const Bytes content = ReadWhole(data + L"\\" + name);
+        const std::wstring path = folder_.Write(name, content);
         ReadTags(path.c_str(), record_);
-        SetTitle(path);
-        DeleteTags(path.c_str(), NStringList());
+        EXPECT_TRUE(ReadWhole(path) == content);
+        ExpectNoHarm(content, path, SetTitle(path));
+        WriteWhole(path, content);
+        ExpectNoHarm(content, path, DeleteTags(path.c_str(), NStringList()));
         ++files;
     }
     EXPECT_GT(files, 80);
