@@ -287,7 +287,8 @@ set(shell_tests_windows
     tests/shell/private_classes_root.cpp
     tests/shell/registration_test.cpp
     tests/shell/shell_object_test.cpp
-    tests/shell/type_info_test.cpp)
+    tests/shell/type_info_test.cpp
+    tests/shell/unloading_test.cpp)
 set(shell_registration_tests_windows
     tests/shell/fake_data_object.cpp
     tests/shell/installed_module_test.cpp
@@ -305,6 +306,7 @@ set(tagmap_tests_windows
     tests/tagmap/field_rules_test.cpp
     tests/tagmap/file_stream_test.cpp
     tests/tagmap/flac_blocks_test.cpp
+    tests/tagmap/flac_id3_test.cpp
     tests/tagmap/flac_pictures_test.cpp
     tests/tagmap/id3v1_source_test.cpp
     tests/tagmap/id3v1_tags_test.cpp

@@ -47,7 +47,7 @@ set_source_files_properties(${module_resources}/module.rc PROPERTIES
 # DllMain and the exports lie in the shell room, where no other object asks
 # for them: the whole archive is taken.
 add_library(tNWShell MODULE ${module_resources}/module.rc ${module_resources}/tnwshell.def)
-target_link_libraries(tNWShell PRIVATE "$<LINK_LIBRARY:WHOLE_ARCHIVE,shell>")
+target_link_libraries(tNWShell PRIVATE library_start "$<LINK_LIBRARY:WHOLE_ARCHIVE,shell>")
 set_target_properties(tNWShell PROPERTIES
     PREFIX ""
     OUTPUT_NAME tNWShell
