@@ -52,6 +52,7 @@ public:
         clTagRecord before;
         clTagRecord accepted;
         RememberId3v2();
+        FillNewComment();
         ReadFlacPictures(file_, before);
         if (file_.hasID3v2Tag())
             TakeOverPictures(before, changes, ReadId3v2, *file_.ID3v2Tag(),
@@ -77,9 +78,10 @@ public:
     void Delete(const NStringList& names) override {
         clTagRecord before;
         RememberId3v2();
+        if (names.Count > 0)
+            FillNewComment();
         ReadFlacPictures(file_, before);
-        if (file_.hasXiphComment())
-            DeleteVorbis(*file_.xiphComment(), names);
+        DeleteVorbis(*file_.xiphComment(true), names);
         DeleteFlacPictures(file_, names);
         if (file_.hasID3v2Tag())
             DeleteFromLesser(before, names, ReadId3v2, DeleteId3v2, *file_.ID3v2Tag());
@@ -90,7 +92,7 @@ public:
 
     bool Save() override {
         // The library would cut the length of a longer block, and lose what follows.
-        if (file_.hasXiphComment() && file_.xiphComment()->render(false).size() > LargestFlacBlock)
+        if (file_.xiphComment(true)->render(false).size() > LargestFlacBlock)
             return false;
         if (file_.hasID3v2Tag() && !id3v2_.PrepareSave(*file_.ID3v2Tag(), id3v2Version_))
             return false;
@@ -102,6 +104,24 @@ public:
     }
 
 private:
+    // A save makes a comment where there is none, and fills it with what it can
+    // get of the other tags: the year of a date, a track without the number of
+    // tracks, artists run together. All that the file shows is given to the
+    // comment first, and nothing is left to fill in.
+    void FillNewComment() {
+        if (file_.hasXiphComment() || !(file_.hasID3v2Tag() || file_.hasID3v1Tag()))
+            return;
+        clTagRecord shown;
+        Read(shown);
+        clTagRecord texts;
+        for (int index = 0; index < shown.Count(); ++index) {
+            if (!IsArtName(shown[index]->Name))
+                texts.AddCopy(*shown[index]);
+        }
+        Refusals none;
+        SetVorbis(*file_.xiphComment(true), texts, none);
+    }
+
     static TagLib::ID3v2::Tag* Id3v2Of(TagLib::FLAC::File& file) {
         return file.hasID3v2Tag() ? file.ID3v2Tag() : nullptr;
     }

@@ -1,4 +1,5 @@
 #include "suite/tagmap/flac_blocks.h"
+#include "tests/tagmap/flac_bytes.h"
 #include "tests/tagmap/vorbis_bytes.h"
 
 #include <gtest/gtest.h>
@@ -6,41 +7,7 @@
 namespace tagmap {
 namespace {
 
-enum BlockType : unsigned {
-    Application = 2,
-    SeekTable = 3,
-    Comment = 4,
-    CueSheet = 5,
-    PictureBlock = 6,
-    Reserved = 77
-};
-
-struct Block {
-    BlockType Type;
-    std::string Data;
-};
-
-constexpr size_t LastBlock = 0x80;
-
-std::string BlockBytes(const Block& block) {
-    return BigEndian((static_cast<size_t>(block.Type) << 24) | block.Data.size()) + block.Data;
-}
-
-// The sample's stream information, these blocks, and the sample's audio.
-std::string FlacWith(const std::vector<Block>& blocks) {
-    constexpr size_t StreamInfoEnd = 4 + 4 + 34;
-    const std::string sample = SampleContent("sample.flac");
-    size_t audio = 4;
-    for (bool isLast = false; !isLast;) {
-        isLast = (static_cast<unsigned char>(sample[audio]) & LastBlock) != 0;
-        audio += 4 + VectorOf(sample.substr(audio, 4)).toUInt(1U, 3U);
-    }
-    std::string file = sample.substr(0, StreamInfoEnd);
-    for (const Block& block : blocks)
-        file += BlockBytes(block);
-    constexpr char LastPadding[] = "\x81\0\0\0";
-    return file + std::string(LastPadding, 4) + sample.substr(audio);
-}
+using Block = FlacBlock;
 
 const Block Texts = {Comment, VorbisListBytes({"TITLE=T"})};
 const Block Cover = {PictureBlock, PictureBytes("image/png", "\x89PNG image")};

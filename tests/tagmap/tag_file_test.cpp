@@ -10,6 +10,7 @@
 #include <audioproperties.h>
 
 #include <algorithm>
+#include <functional>
 #include <map>
 #include <ostream>
 
@@ -94,8 +95,9 @@ void ExpectTheAudioOf(const Bytes& before, const Bytes& sample, const std::wstri
     if (begin >= end || std::equal(ogg.begin(), ogg.end(), sample.begin()))
         return;
     const Bytes after = ReadWhole(path);
-    EXPECT_NE(std::search(after.begin(), after.end(), before.begin() + begin, before.begin() + end),
-              after.end());
+    // Silence looks alike wherever it is.
+    const std::boyer_moore_searcher audio(before.begin() + begin, before.begin() + end);
+    EXPECT_NE(std::search(after.begin(), after.end(), audio), after.end());
 }
 
 const std::string FrontCover = "\x89PNG\r\n\x1A\n front";
