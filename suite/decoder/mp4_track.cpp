@@ -48,7 +48,7 @@ int64_t SizeOfSamples(TagLib::IOStream& stream, const Mp4Box& box) {
     const int64_t each = Big32(head, 4);
     const int64_t count = Big32(head, 8);
     if (each != 0)
-        return each * count;
+        return each <= INT32_MAX && count <= INT32_MAX ? each * count : 0;
     const int64_t table = std::min(count * 4, box.Size() - headSize);
     if (table > LargestTable)
         return 0;

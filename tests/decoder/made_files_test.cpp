@@ -173,6 +173,9 @@ TEST(MadeMovie, HasTheRateOfItsSamples) {
     EXPECT_EQ(OpenMade(L"a.m4a", movie.Bytes()).info.BitRate, 4000U); // 1000 bytes in 2 s
     movie.Sizes = Big(0, 4) + Big(0, 4) + Big(2, 4) + Big(700, 4) + Big(50, 4);
     EXPECT_EQ(OpenMade(L"b.m4a", movie.Bytes()).info.BitRate, 3000U);
+    // More than there can be, and the codec says nothing in their place.
+    movie.Sizes = Big(0, 4) + Big(0xFFFFFFFF, 4) + Big(0xFFFFFFFF, 4);
+    EXPECT_EQ(OpenMade(L"c.m4a", movie.Bytes()).info.BitRate, 0U);
 }
 
 TEST(MadeMovie, OfAc3HasTheChannelsOfItsOwnBox) {
