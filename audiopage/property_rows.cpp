@@ -9,6 +9,7 @@
 #include "codec/decoder.h"
 #include "foundation/module_instance.h"
 #include "foundation/npath.h"
+#include "foundation/unique_handle.h"
 #include "toolkit/ncanvas.h"
 #include "toolkit/nthread.h"
 
@@ -40,11 +41,13 @@ public:
 
 private:
     bool OpenFile(const NString& path, clAudioInfo& info);
+    void KeepLibrary();
     void TakeTags(const clAudioInfo& info, bool isFirstPath);
 
     FileFacts& facts_;
     bool onePath_;
     NKeyedList<NCanvas>* artTarget_;
+    UniqueModule library_;
     cltNDecoder decoder_;
     cltNCodecHandler handler_;
 };
@@ -69,9 +72,17 @@ bool FileReader::OpenFile(const NString& path, clAudioInfo& info) {
     NLogContext nothingLogged = {};
     if (!handler_.FindDecoder(path, decoder_, &nothingLogged, NModuleInstance()))
         return false;
+    KeepLibrary();
     info.Path = path.Text;
     info.Request = AudioInfoRequest;
     return decoder_.Open(&info) != 0;
+}
+
+// Where the extension changes from file to file, the decoder frees its library
+// and loads it again each time. With this hold on it, it isn't mapped anew.
+void FileReader::KeepLibrary() {
+    if (decoder_.Module && decoder_.Module != library_.Get())
+        library_.Reset(LoadLibraryW(decoder_.Path.Text));
 }
 
 void FileReader::TakeTags(const clAudioInfo& info, bool isFirstPath) {

@@ -26,6 +26,7 @@ public:
         path_.Append(L"tonewright-bench-");
         path_.Append(NString::FromUInt(GetCurrentProcessId()));
         path_.Append(L"\\");
+        fs::remove_all(path_.Text); // of a run that was broken off
         fs::create_directories(path_.Text);
     }
     ~MusicFolder() {
