@@ -106,8 +106,8 @@ public:
 private:
     // A save makes a comment where there is none, and fills it with what it can
     // get of the other tags: the year of a date, a track without the number of
-    // tracks, artists run together. All that the file shows is given to the
-    // comment first, and nothing is left to fill in.
+    // tracks, artists run together. Most programs look at nothing else once there
+    // is one. So it gets all that the file shows, and nothing is left to fill in.
     void FillNewComment() {
         if (file_.hasXiphComment() || !(file_.hasID3v2Tag() || file_.hasID3v1Tag()))
             return;

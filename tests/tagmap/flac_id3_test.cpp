@@ -46,6 +46,14 @@ void ExpectTheOthersAsBefore(const std::string& before, const FileToSave& file,
     }
 }
 
+// The file without its ID3 tags.
+FileToSave CommentAlone(const FileToSave& file) {
+    const std::string content = file.Content();
+    const std::string flac = content.substr(content.find("fLaC"));
+    const size_t id3v1 = flac.size() - 128;
+    return FileToSave(flac.compare(id3v1, 3, "TAG") == 0 ? flac.substr(0, id3v1) : flac);
+}
+
 } // namespace
 
 TEST(FlacId3, AnElementThatIsSetLeavesTheOthersOfId3v2Whole) {
@@ -55,6 +63,7 @@ TEST(FlacId3, AnElementThatIsSetLeavesTheOthersOfId3v2Whole) {
     ASSERT_EQ(file.Set(L"title", L"another"), Outcome::Done);
     EXPECT_EQ(file.Value(L"title"), L"another");
     ExpectTheOthersAsBefore(WithId3v2(), file, L"title");
+    ExpectTheOthersAsBefore(WithId3v2(), CommentAlone(file), L"title");
 }
 
 TEST(FlacId3, AnElementThatIsDeletedLeavesTheOthersOfId3v2Whole) {
@@ -64,6 +73,7 @@ TEST(FlacId3, AnElementThatIsDeletedLeavesTheOthersOfId3v2Whole) {
     ASSERT_EQ(DeleteTags(file.Path().c_str(), names), Outcome::Done);
     EXPECT_EQ(file.Value(L"album"), Absent);
     ExpectTheOthersAsBefore(WithId3v2(), file, L"album");
+    ExpectTheOthersAsBefore(WithId3v2(), CommentAlone(file), L"album");
 }
 
 TEST(FlacId3, AnElementThatIsSetOrDeletedLeavesTheOthersOfId3v1Whole) {
@@ -71,12 +81,14 @@ TEST(FlacId3, AnElementThatIsSetOrDeletedLeavesTheOthersOfId3v1Whole) {
     ASSERT_EQ(file.Set(L"title", L"another"), Outcome::Done);
     EXPECT_EQ(file.Value(L"title"), L"another");
     ExpectTheOthersAsBefore(WithId3v1(), file, L"title");
+    ExpectTheOthersAsBefore(WithId3v1(), CommentAlone(file), L"title");
     FileToSave second(WithId3v1());
     NStringList names;
     names.Add(L"track");
     ASSERT_EQ(DeleteTags(second.Path().c_str(), names), Outcome::Done);
     EXPECT_EQ(second.Value(L"track"), Absent);
     ExpectTheOthersAsBefore(WithId3v1(), second, L"track");
+    ExpectTheOthersAsBefore(WithId3v1(), CommentAlone(second), L"track");
 }
 
 TEST(FlacId3, ThePicturesOfId3v2StayWhereTheyAreWhenATextIsSet) {
