@@ -1,0 +1,34 @@
+#pragma once
+
+#include "foundation/windows_lean.h"
+
+#include <cstddef>
+
+// Puts data on the clipboard: each in a round of its own, or several between
+// Open and Close. The clipboard is one for the whole desktop, and nobody else
+// can open it while it is held. Belongs to one thread.
+class NClipboard {
+public:
+    NClipboard() = default;
+    NClipboard(const NClipboard&) = delete;
+    NClipboard& operator=(const NClipboard&) = delete;
+    ~NClipboard() { Close(); }
+
+    // Opens and empties the clipboard for `window`, or for no window with null.
+    // False if somebody else holds it; IsOpen tells later.
+    bool Open(HWND window);
+    void Close();
+    bool IsOpen() const { return isOpen_; }
+
+    // Copies `size` bytes there in a CF_ format. With a `size` of 0 `data` is a
+    // handle that is ready for the format; it is the clipboard's on success and
+    // stays the caller's on failure. Without Open before, the clipboard is
+    // opened for `window`, emptied, and closed again. False on failure.
+    bool SetData(const void* data, size_t size, UINT format, HWND window = nullptr);
+    // As CF_TEXT and as CF_UNICODETEXT, with the terminator. Null is a failure.
+    bool SetTextA(const char* text, HWND window = nullptr);
+    bool SetTextW(const wchar_t* text, HWND window = nullptr);
+
+private:
+    bool isOpen_ = false;
+};
