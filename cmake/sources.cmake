@@ -38,15 +38,21 @@ set(codec_windows
 
 set(toolkit_windows
     toolkit/device_contexts.cpp
+    toolkit/draw_list_measuring.cpp
+    toolkit/draw_list_painting.cpp
+    toolkit/fit_text.cpp
+    toolkit/gradient.cpp
     toolkit/nbitmap.cpp
     toolkit/nbrush.cpp
     toolkit/ncanvas.cpp
+    toolkit/ndrawlist.cpp
     toolkit/nfont.cpp
     toolkit/nicon.cpp
     toolkit/nmsimg.cpp
     toolkit/npen.cpp
     toolkit/nthread.cpp
-    toolkit/picture_decoding.cpp)
+    toolkit/picture_decoding.cpp
+    toolkit/text_element.cpp)
 
 set(audiopage_windows
     audiopage/cover_panel.cpp

@@ -113,7 +113,7 @@ public:
         T* record = new T();
         if constexpr (std::is_trivially_copyable_v<T>) {
             if (zeroFill)
-                memset(record, 0, sizeof(T));
+                memset(static_cast<void*>(record), 0, sizeof(T));
         }
         Current = record;
         position = position < 0 ? -1 : position;

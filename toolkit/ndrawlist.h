@@ -193,4 +193,6 @@ private:
     SIZE ReachOf(const Bitmap& element) const;
     SIZE ReachOf(const Icon& element) const;
     SIZE ReachOf(const Text& element) const;
+    LONG ReachOfPair(uint32_t first, uint32_t second, bool horizontal) const;
+    SIZE ReachOfObject(uint32_t x, uint32_t y, SIZE size) const;
 };
