@@ -56,9 +56,8 @@ if(TONEWRIGHT_FUZZ)
     add_library(native_taglib STATIC ${taglib_sources})
     target_include_directories(native_taglib SYSTEM PUBLIC
         ${taglib_folders} ${TAGLIB_SOURCE}/../3rdparty ${CMAKE_CURRENT_BINARY_DIR}/taglib)
-    target_compile_definitions(native_taglib PUBLIC TAGLIB_STATIC PRIVATE NDEBUG HAVE_ZLIB HAVE_STD_ATOMIC)
+    target_compile_definitions(native_taglib PUBLIC TAGLIB_STATIC PRIVATE NDEBUG HAVE_STD_ATOMIC)
     target_compile_options(native_taglib PRIVATE -fno-sanitize=undefined -O1 -w)
-    target_link_libraries(native_taglib PUBLIC z)
 
     set(fuzzed_tagmap ${tagmap_windows})
     list(FILTER fuzzed_tagmap EXCLUDE REGEX "/file_stream\\.cpp$")

@@ -316,6 +316,7 @@ set(tagmap_tests_windows
     tests/tagmap/flac_pictures_test.cpp
     tests/tagmap/id3v1_source_test.cpp
     tests/tagmap/id3v1_tags_test.cpp
+    tests/tagmap/id3v2_compressed_test.cpp
     tests/tagmap/id3v2_file_tags_test.cpp
     tests/tagmap/id3v2_pictures_test.cpp
     tests/tagmap/id3v2_source_test.cpp

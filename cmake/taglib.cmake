@@ -11,5 +11,4 @@ add_library(taglib STATIC IMPORTED GLOBAL)
 set_target_properties(taglib PROPERTIES
     IMPORTED_LOCATION ${_taglib_dir}/lib/libtag.a
     INTERFACE_INCLUDE_DIRECTORIES ${_taglib_dir}/include/taglib
-    INTERFACE_COMPILE_DEFINITIONS TAGLIB_STATIC
-    INTERFACE_LINK_LIBRARIES /usr/x86_64-w64-mingw32/lib/libz.a)
+    INTERFACE_COMPILE_DEFINITIONS TAGLIB_STATIC)

@@ -39,7 +39,8 @@ public:
     // The frame's bytes mean something else without flags that the library does
     // not write.
     static bool NeedsFlags(const Frame& frame) {
-        return HeaderOf(frame)->encryption() || HeaderOf(frame)->groupingIdentity();
+        return HeaderOf(frame)->compression() || HeaderOf(frame)->encryption() ||
+               HeaderOf(frame)->groupingIdentity();
     }
     static bool IsUnsynchronised(const Frame& frame) {
         return HeaderOf(frame)->unsynchronisation();
