@@ -38,10 +38,13 @@ set(codec_windows
 
 set(toolkit_windows
     toolkit/device_contexts.cpp
+    toolkit/dpi.cpp
     toolkit/draw_list_measuring.cpp
     toolkit/draw_list_painting.cpp
     toolkit/fit_text.cpp
     toolkit/gradient.cpp
+    toolkit/message_dispatch.cpp
+    toolkit/message_pump.cpp
     toolkit/nbitmap.cpp
     toolkit/nbrush.cpp
     toolkit/ncanvas.cpp
@@ -51,8 +54,12 @@ set(toolkit_windows
     toolkit/nmsimg.cpp
     toolkit/npen.cpp
     toolkit/nthread.cpp
+    toolkit/nwindow.cpp
+    toolkit/nwindow_helpers.cpp
     toolkit/picture_decoding.cpp
-    toolkit/text_element.cpp)
+    toolkit/text_element.cpp
+    toolkit/window_procedures.cpp
+    toolkit/window_registry.cpp)
 
 set(audiopage_windows
     audiopage/cover_panel.cpp
