@@ -47,12 +47,16 @@ set(toolkit_windows
     toolkit/message_pump.cpp
     toolkit/nbitmap.cpp
     toolkit/nbrush.cpp
+    toolkit/nbutton.cpp
+    toolkit/nbuttonbar.cpp
     toolkit/ncanvas.cpp
+    toolkit/nclipboard.cpp
     toolkit/ndrawlist.cpp
     toolkit/nfont.cpp
     toolkit/nicon.cpp
     toolkit/nmsimg.cpp
     toolkit/npen.cpp
+    toolkit/nsubclassctrl.cpp
     toolkit/nthread.cpp
     toolkit/nwindow.cpp
     toolkit/nwindow_helpers.cpp
@@ -308,7 +312,6 @@ set(shell_registration_tests_windows
     tests/shell/loaded_module.cpp)
 set(tagmap_tests_windows
     tests/querytrackdata/test_files.cpp
-    tests/shell/counted_allocations.cpp
     tests/tagmap/aiff_text_chunks_test.cpp
     tests/tagmap/ape_save_test.cpp
     tests/tagmap/ape_tags_test.cpp
@@ -328,6 +331,7 @@ set(tagmap_tests_windows
     tests/tagmap/id3v2_pictures_test.cpp
     tests/tagmap/id3v2_source_test.cpp
     tests/tagmap/id3v2_tags_test.cpp
+    tests/tagmap/large_allocations.cpp
     tests/tagmap/lesser_tags_test.cpp
     tests/tagmap/mapping_table_test.cpp
     tests/tagmap/mp4_bounds_test.cpp

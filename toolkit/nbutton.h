@@ -85,6 +85,9 @@ public:
     bool ShowMenu(HWND ownerWindow);
 
     bool IsDown() const { return state == ButtonPressedToo || state == ButtonPressed; }
+    bool IsHeld() const { return leftDown || rightDown || keyDown; }
+    bool IsEnabled() const { return IsWindowEnabled(window) != FALSE; }
+    // On both sides.
     void ClearPartner();
 
     int32_t state = ButtonIdle;
@@ -116,9 +119,8 @@ private:
     int32_t ShownState() const;
     int FrameOf(ButtonFlags optionalFrame) const;
     int FrameForState(int32_t shown) const;
-    void Compose(int32_t shown);
+    void Compose(int frame);
     void DrawMasked(int frame);
-    bool IsEnabled() const { return IsWindowEnabled(window) != FALSE; }
-    LRESULT OnKeyDown(WPARAM key, int32_t* handled);
+    void OnKeyDown(WPARAM key, int32_t* handled);
     void OnKeyUp(WPARAM key);
 };

@@ -1,0 +1,54 @@
+#include "toolkit/nsubclassctrl.h"
+
+#include "foundation/nmutex.h"
+
+namespace {
+NMutex subclassLock; // held while a window is bound, and through each message
+} // namespace
+
+LRESULT NSubClassCtrl::OnSubclassMessage(HWND, UINT, WPARAM, LPARAM, int32_t*) {
+    return 0;
+}
+
+void NSubClassCtrl::Bind(HWND window) {
+    Unbind();
+    if (!window)
+        return;
+    NMutexLock turn(subclassLock);
+    boundWindow = window;
+    SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+    previousProc = reinterpret_cast<WNDPROC>(
+        SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(SubclassProc)));
+    if (!previousProc) {
+        SetWindowLongPtrW(window, GWLP_USERDATA, 0);
+        boundWindow = nullptr;
+    }
+}
+
+void NSubClassCtrl::Unbind() {
+    if (!boundWindow)
+        return;
+    NMutexLock turn(subclassLock);
+    SetWindowLongPtrW(boundWindow, GWLP_USERDATA, 0);
+    SetWindowLongPtrW(boundWindow, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(previousProc));
+    boundWindow = nullptr;
+}
+
+LRESULT CALLBACK NSubClassCtrl::SubclassProc(HWND window, UINT message, WPARAM wParam,
+                                             LPARAM lParam) {
+    // An exception that left the procedure would end the whole process.
+    try {
+        NMutexLock turn(subclassLock);
+        auto* control = reinterpret_cast<NSubClassCtrl*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+        // Read before the handler, which may destroy the object.
+        const WNDPROC previous = control ? control->previousProc : nullptr;
+        if (!previous)
+            return 0;
+        int32_t handled = 0;
+        const LRESULT result =
+            control->OnSubclassMessage(window, message, wParam, lParam, &handled);
+        return handled ? result : CallWindowProcW(previous, window, message, wParam, lParam);
+    } catch (...) {
+        return 0;
+    }
+}
