@@ -58,10 +58,17 @@ set(toolkit_windows
     toolkit/npen.cpp
     toolkit/nsubclassctrl.cpp
     toolkit/nthread.cpp
+    toolkit/ntooltip.cpp
+    toolkit/nuserdllfade.cpp
     toolkit/nwindow.cpp
     toolkit/nwindow_helpers.cpp
     toolkit/picture_decoding.cpp
     toolkit/text_element.cpp
+    toolkit/tip_item.cpp
+    toolkit/tip_placement.cpp
+    toolkit/tip_platform.cpp
+    toolkit/tip_text_scene.cpp
+    toolkit/tip_thread.cpp
     toolkit/window_procedures.cpp
     toolkit/window_registry.cpp)
 

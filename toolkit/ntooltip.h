@@ -3,11 +3,15 @@
 #include "toolkit/ndrawlist.h"
 #include "toolkit/nwindow.h"
 #include "toolkit/tip_item.h"
+#include "toolkit/tip_placement.h"
 
 #include <atomic>
 #include <cstdint>
 
-inline constexpr uint32_t TipForEver = 0xFFFFFFFF; // as a duration
+// As a duration. Only a tip without a fade is seen then: the others show
+// nothing until their first opacity is set, and this one is never faded. That
+// is wanted.
+inline constexpr uint32_t TipForEver = 0xFFFFFFFF;
 
 // A tip in full. What it watches is told by `target`, else by the fixed
 // position, else by `toolRect`.
@@ -34,7 +38,7 @@ struct NToolTipText {
     HWND rectOwner = nullptr;
     int32_t fixedX = 0;
     int32_t fixedY = 0;
-    NString text; // lines end with a carriage return
+    NString text = {}; // a carriage return between lines
     uint32_t delayMs = 0;
     uint32_t durationMs = 0;
     const NIcon* icon = nullptr; // the caller's; copied
@@ -76,8 +80,8 @@ public:
     void Clear();
 
     // For the thread of the tips, under `tipLock`: shows, fades or takes down
-    // the window as it has to be with the cursor there, in screen coordinates.
-    void Update(POINT cursor);
+    // the window as it has to be with the mouse there, in screen coordinates.
+    void Update(POINT mouse);
 
     int32_t mode = 0;
     NDrawList scene;
@@ -104,15 +108,17 @@ public:
 private:
     bool HasFixedPosition() const { return fixedX != 0 || fixedY != 0; }
     RECT ToolRectOnScreen() const;
-    bool IsInside(POINT cursor) const;
-    void UpdateHidden(POINT cursor, bool inside, DWORD now);
-    void UpdateShown(bool inside, DWORD now);
+    bool IsInside(POINT mouse) const;
+    void UpdateHidden(POINT mouse, bool inside);
+    void UpdateShown(bool inside);
     void Fade(DWORD elapsed);
-    void Show(POINT cursor);
-    RECT Place(POINT cursor);
-    SIZE Measure();
+    void Show(POINT mouse);
+    TipAnchor Anchor(POINT mouse) const;
+    SIZE MeasureScene();
+    RECT Place(POINT mouse);
     void CopyFields(const NToolTipSpec& spec, int32_t leastWidth, int32_t leastHeight);
     void WaitUntilUp() const;
+    bool WaitUntilDown() const;
     void TakeDown();
     void Forget();
     void UpdateIcons(POINT point);
