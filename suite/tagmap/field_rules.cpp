@@ -1,5 +1,7 @@
 #include "suite/tagmap/field_rules.h"
 
+#include <algorithm>
+
 namespace tagmap {
 
 namespace {
@@ -21,14 +23,20 @@ bool HasHalfSurrogatePair(const NString& text) {
     return false;
 }
 
-} // namespace
-
-bool SameName(const TagLib::String& a, const TagLib::String& b) {
-    return a.size() == b.size() && a.upper() == b.upper();
+bool SameUnits(std::wstring_view a, std::wstring_view b) {
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](wchar_t one, wchar_t other) {
+        return NUpperUnit(one) == NUpperUnit(other);
+    });
 }
 
-bool BeginsWithName(const TagLib::String& text, const TagLib::String& beginning) {
-    return text.size() >= beginning.size() && SameName(text.substr(0, beginning.size()), beginning);
+} // namespace
+
+bool SameName(NameView a, NameView b) {
+    return SameUnits(a.Units(), b.Units());
+}
+
+bool BeginsWithName(NameView text, NameView beginning) {
+    return SameUnits(text.Units().substr(0, beginning.Units().size()), beginning.Units());
 }
 
 bool AsksRemoval(const clTagElement& element) {

@@ -3,6 +3,8 @@
 #include "codec/tag_record.h"
 #include "suite/tagmap/tag_values.h"
 
+#include <string_view>
+
 // What Vorbis comments, MP4 and ASF have in common in the way that an element
 // becomes fields and comes back.
 namespace tagmap {
@@ -10,9 +12,20 @@ namespace tagmap {
 inline constexpr wchar_t CdTocName[] = L"_cdtoc";
 inline constexpr wchar_t RiffPrefix[] = L"_riff_";
 
+// A name for the two calls below, without a copy: a file takes hundreds of them.
+class NameView {
+public:
+    NameView(const TagLib::String& name) : units_(name.toCWString(), name.size()) {}
+    NameView(const wchar_t* name) : units_(name) {}
+    std::wstring_view Units() const { return units_; }
+
+private:
+    std::wstring_view units_;
+};
+
 // Compares without regard to ASCII case.
-bool SameName(const TagLib::String& a, const TagLib::String& b);
-bool BeginsWithName(const TagLib::String& text, const TagLib::String& beginning);
+bool SameName(NameView a, NameView b);
+bool BeginsWithName(NameView text, NameView beginning);
 
 // Nothing in it: the field is to go.
 bool AsksRemoval(const clTagElement& element);

@@ -11,7 +11,9 @@
 
 #include <unknownframe.h>
 
+#include <algorithm>
 #include <string>
+#include <string_view>
 
 namespace tagmap {
 
@@ -32,8 +34,7 @@ constexpr char OldTimeFrame[] = "TIME";
 enum class RowKind { Text, UserText, Comment, Date, Genre, Mood, Rating };
 
 RowKind KindOf(const clMappingRow& row) {
-    const String native(row.Id3v2);
-    if (BeginsWithName(native, UserTextPrefix))
+    if (BeginsWithName(row.Id3v2, UserTextPrefix))
         return RowKind::UserText;
     struct KindOfFrame {
         const char* Id;
@@ -45,7 +46,7 @@ RowKind KindOf(const clMappingRow& row) {
                                      {MoodFrame, RowKind::Mood},
                                      {RatingFrame, RowKind::Rating}};
     for (const KindOfFrame& kind : Kinds)
-        if (native == kind.Id)
+        if (std::ranges::equal(std::wstring_view(row.Id3v2), std::string_view(kind.Id)))
             return kind.Kind;
     return RowKind::Text;
 }
