@@ -5,3 +5,4 @@
 #define IDI_MARK 1 // the program's first icon
 #define IDI_MONO 2
 #define IDB_GREYS 3
+#define IDD_PLAIN 20 // 100 by 60 dialog units, with the button IDOK
