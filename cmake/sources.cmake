@@ -73,14 +73,21 @@ set(toolkit_windows
     toolkit/window_registry.cpp)
 
 set(audiopage_windows
+    audiopage/audio_prop_page.cpp
     audiopage/cover_panel.cpp
+    audiopage/cover_view.cpp
     audiopage/display_units.cpp
     audiopage/file_type.cpp
     audiopage/locale_numbers.cpp
     audiopage/merged_facts.cpp
     audiopage/merged_tags.cpp
+    audiopage/page_buttons.cpp
+    audiopage/page_painting.cpp
+    audiopage/page_text.cpp
     audiopage/property_rows.cpp
-    audiopage/row_texts.cpp)
+    audiopage/row_painting.cpp
+    audiopage/row_texts.cpp
+    audiopage/rows_clipboard.cpp)
 
 set(tagpage_windows
     tagpage/genre_list.cpp
@@ -98,6 +105,7 @@ set(shell_windows
     shell/list_file.cpp
     shell/module_path.cpp
     shell/page_counters.cpp
+    shell/property_sheet.cpp
     shell/registration.cpp
     shell/shell_object.cpp
     shell/type_info.cpp)
@@ -205,6 +213,8 @@ set(shellhost_windows
     suite/shellhost/module_host.cpp
     suite/shellhost/png_file.cpp
     suite/shellhost/program.cpp
+    suite/shellhost/properties_command.cpp
+    suite/shellhost/property_sheet.cpp
     suite/shellhost/row_text.cpp
     suite/shellhost/rows_command.cpp
     suite/shellhost/set_command.cpp

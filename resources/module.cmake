@@ -35,14 +35,39 @@ add_custom_command(OUTPUT ${module_art_frame}
     DEPENDS ${module_art}/draw-disc-case ${module_art}/shapes.py
     COMMENT "Drawing the disc case"
     VERBATIM)
-# For the tests that show it too.
-add_custom_target(art_frame DEPENDS ${module_art_frame})
+set(module_page_buttons
+    ${CMAKE_BINARY_DIR}/resources/button_first.bmp
+    ${CMAKE_BINARY_DIR}/resources/button_previous.bmp
+    ${CMAKE_BINARY_DIR}/resources/button_view_single.bmp
+    ${CMAKE_BINARY_DIR}/resources/button_next.bmp
+    ${CMAKE_BINARY_DIR}/resources/button_last.bmp
+    ${CMAKE_BINARY_DIR}/resources/button_options.bmp)
+add_custom_command(OUTPUT ${module_page_buttons}
+    COMMAND ${PYTHON3} -B ${module_art}/draw-page-buttons ${CMAKE_BINARY_DIR}/resources
+    DEPENDS ${module_art}/draw-page-buttons ${module_art}/shapes.py
+    COMMENT "Drawing the page's buttons"
+    VERBATIM)
+set(module_page_signs
+    ${CMAKE_BINARY_DIR}/resources/stars.bmp
+    ${CMAKE_BINARY_DIR}/resources/icon_page.ico
+    ${CMAKE_BINARY_DIR}/resources/icon_clipboard.ico
+    ${CMAKE_BINARY_DIR}/resources/icon_cut.ico
+    ${CMAKE_BINARY_DIR}/resources/icon_arrow_left.ico
+    ${CMAKE_BINARY_DIR}/resources/icon_arrow_right.ico)
+add_custom_command(OUTPUT ${module_page_signs}
+    COMMAND ${PYTHON3} -B ${module_art}/draw-page-signs ${CMAKE_BINARY_DIR}/resources
+    DEPENDS ${module_art}/draw-page-signs ${module_art}/shapes.py
+    COMMENT "Drawing the page's stars and icons"
+    VERBATIM)
+set(module_page_pictures ${module_art_frame} ${module_page_buttons} ${module_page_signs})
+# For the tests that show the page too.
+add_custom_target(page_pictures DEPENDS ${module_page_pictures})
 
 enable_language(RC)
 set_source_files_properties(${module_resources}/module.rc PROPERTIES
     INCLUDE_DIRECTORIES "${CMAKE_SOURCE_DIR};${module_resources};${CMAKE_BINARY_DIR}/resources"
     COMPILE_OPTIONS "-c;65001"
-    OBJECT_DEPENDS "${module_typelib};${module_menu_pictures};${module_art_frame};${module_resources}/tnwshell.rgs;${module_resources}/resource_ids.h")
+    OBJECT_DEPENDS "${module_typelib};${module_menu_pictures};${module_page_pictures};${module_resources}/tnwshell.rgs;${module_resources}/audio_page.rc;${module_resources}/resource_ids.h")
 
 # DllMain and the exports lie in the shell room, where no other object asks
 # for them: the whole archive is taken.

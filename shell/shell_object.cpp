@@ -5,6 +5,7 @@
 #include "shell/context_menu.h"
 #include "shell/convert_files.h"
 #include "shell/edit_entry.h"
+#include "shell/property_sheet.h"
 #include "shell/type_info.h"
 
 #include <shellapi.h>
@@ -132,8 +133,11 @@ STDMETHODIMP CtNWIShell::GetCommandString(UINT_PTR command, UINT type, UINT*, CH
     return ComGuarded([&] { return NCommandText(command, type, name, capacity); });
 }
 
-STDMETHODIMP CtNWIShell::AddPages(LPFNSVADDPROPSHEETPAGE, LPARAM) {
-    return E_NOTIMPL;
+STDMETHODIMP CtNWIShell::AddPages(LPFNSVADDPROPSHEETPAGE addPage, LPARAM parameter) {
+    return ComGuarded([&] {
+        AddPropertyPages(m_Selection, addPage, parameter);
+        return S_OK;
+    });
 }
 
 STDMETHODIMP CtNWIShell::ReplacePage(EXPPS, LPFNSVADDPROPSHEETPAGE, LPARAM) {

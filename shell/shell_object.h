@@ -58,7 +58,8 @@ public:
     STDMETHODIMP GetCommandString(UINT_PTR command, UINT type, UINT* reserved, CHAR* name,
                                   UINT capacity) override;
 
-    // This version of the module adds no pages: E_NOTIMPL, nothing done.
+    // Offers the page "Audio Properties" for the selection, none for an empty
+    // one. S_OK whatever becomes of it; E_OUTOFMEMORY alone is told.
     STDMETHODIMP AddPages(LPFNSVADDPROPSHEETPAGE addPage, LPARAM parameter) override;
     // No page of the shell's is ever replaced: E_NOTIMPL.
     STDMETHODIMP ReplacePage(EXPPS page, LPFNSVADDPROPSHEETPAGE replaceWith,

@@ -74,6 +74,30 @@ def between(top, bottom):
     return lambda place: tuple(a + (b - a) * place for a, b in zip(top, bottom))
 
 
+def paint_clear(width, height, shapes):
+    """As `paint`, on a clear ground: pixels are (red, green, blue, alpha)."""
+    offsets = [(step + 0.5) / SAMPLES for step in range(SAMPLES)]
+    rows = []
+    for row in range(height):
+        pixels = []
+        for column in range(width):
+            total, covered = [0, 0, 0], 0
+            for y in offsets:
+                for x in offsets:
+                    colour = None
+                    for shape in shapes:
+                        if shape.holds(column + x, row + y):
+                            colour = shape.colour
+                    if colour:
+                        covered += 1
+                        for part in range(3):
+                            total[part] += colour[part]
+            pixels.append(tuple(round(part / max(covered, 1)) for part in total)
+                          + (round(255 * covered / SAMPLES**2),))
+        rows.append(pixels)
+    return rows
+
+
 def write_bitmap(path, rows):
     """Windows' device-independent bitmap of 24 bits, bottom row first."""
     width, height = len(rows[0]), len(rows)
@@ -84,3 +108,28 @@ def write_bitmap(path, rows):
     header = struct.pack("<IiiHHIIiiII", 40, width, height, 1, 24, 0, len(bits), 0, 0, 0, 0)
     with open(path, "wb") as file:
         file.write(b"BM" + struct.pack("<IHHI", 54 + len(bits), 0, 0, 54) + header + bits)
+
+
+def write_icon(path, rows):
+    """An icon file with one picture of 32 bits, of pixels with their alpha.
+
+    Its mask, which alone counts where alpha doesn't, leaves out what is less
+    than half covered."""
+    width, height = len(rows[0]), len(rows)
+    bits = b"".join(bytes((blue, green, red, alpha))
+                    for row in reversed(rows) for red, green, blue, alpha in row)
+    mask = b"".join(mask_row([alpha < 128 for _, _, _, alpha in row]) for row in reversed(rows))
+    header = struct.pack("<IiiHHIIiiII", 40, width, 2 * height, 1, 32, 0,
+                         len(bits) + len(mask), 0, 0, 0, 0)
+    picture = header + bits + mask
+    with open(path, "wb") as file:
+        file.write(struct.pack("<HHH", 0, 1, 1)
+                   + struct.pack("<BBBBHHII", width, height, 0, 0, 1, 32, len(picture), 22)
+                   + picture)
+
+
+def mask_row(left_out):
+    """A bit for each pixel, in whole groups of 32."""
+    padded = left_out + [False] * (-len(left_out) % 32)
+    return bytes(sum(bit << 7 - place for place, bit in enumerate(padded[start:start + 8]))
+                 for start in range(0, len(padded), 8))

@@ -9,6 +9,8 @@ constexpr Command CommandTable[] = {
      RunRowsCommand},
     {L"covers", L"covers FILE --to FOLDER",
      L"writes the file's covers, as that page frames them, as PNG files", 3, RunCoversCommand},
+    {L"properties", L"properties FILE... [--picture PNG]",
+     L"opens the files' property sheet; or writes a picture of it", 1, RunPropertiesCommand},
     {L"tags", L"tags FILE...", L"shows the tag of each file", 1, RunTagsCommand},
     {L"set", L"set FILE NAME=VALUE...",
      L"sets elements; a NAME given twice gets two values; _albumart_1=@FILE is a picture", 2,

@@ -33,6 +33,9 @@ int RunInvokeCommand(ModuleHost& module, const Arguments& arguments);
 int RunRowsCommand(ModuleHost& module, const Arguments& arguments);
 // Writes the framed covers of one file.
 int RunCoversCommand(ModuleHost& module, const Arguments& arguments);
+// Opens a property sheet with the module's pages for the files; or writes a
+// picture of it.
+int RunPropertiesCommand(ModuleHost& module, const Arguments& arguments);
 // Shows the tag of each file as the module's exchange brings it.
 int RunTagsCommand(ModuleHost& module, const Arguments& arguments);
 // Sets elements of one file's tag, and looks whether the file holds them.

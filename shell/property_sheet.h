@@ -1,0 +1,24 @@
+#pragma once
+
+#include "foundation/nlists.h"
+#include "foundation/windows_lean.h"
+
+#include <prsht.h>
+
+// The hand-over of the page "Audio Properties" to a property sheet:
+//
+//     AddPropertyPages          makes the page object with its own list of paths
+//     AudioPageProc             the page's window, from WM_INITDIALOG on; a page
+//                               that the user never opens gets none
+//     AudioPageCallback         PSPCB_RELEASE, after the window or without one:
+//                               frees the object
+//
+// All of these let no exception out but AddPropertyPages.
+
+// Offers the page for `selection` (full paths), sorted by text, to `addPage`
+// with `parameter`. Nothing is offered for no files. A page that is refused is
+// freed. No failure is reported.
+void AddPropertyPages(const NStringList& selection, LPFNADDPROPSHEETPAGE addPage, LPARAM parameter);
+
+INT_PTR CALLBACK AudioPageProc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
+UINT CALLBACK AudioPageCallback(HWND hwnd, UINT message, PROPSHEETPAGEW* page) noexcept;
