@@ -279,14 +279,19 @@ set(toolkit_tests_windows
     tests/toolkit/brush_and_pen_test.cpp
     tests/toolkit/device_contexts_test.cpp
     tests/toolkit/dpi_test.cpp
+    tests/toolkit/draw_list_painting_test.cpp
+    tests/toolkit/fit_text_test.cpp
+    tests/toolkit/gradient_test.cpp
     tests/toolkit/message_dispatch_test.cpp
     tests/toolkit/message_pump_test.cpp
     tests/toolkit/nbitmap_test.cpp
     tests/toolkit/ncanvas_test.cpp
+    tests/toolkit/ndrawlist_test.cpp
     tests/toolkit/nfont_test.cpp
     tests/toolkit/nicon_test.cpp
     tests/toolkit/nthread_test.cpp
     tests/toolkit/nwindow_test.cpp
+    tests/toolkit/packed_coordinates_test.cpp
     tests/toolkit/picture_decoding_test.cpp
     tests/toolkit/watched_calls.cpp)
 
