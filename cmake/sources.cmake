@@ -290,6 +290,7 @@ set(toolkit_tests_windows
     tests/toolkit/nfont_test.cpp
     tests/toolkit/nicon_test.cpp
     tests/toolkit/nthread_test.cpp
+    tests/toolkit/nwindow_helpers_test.cpp
     tests/toolkit/nwindow_test.cpp
     tests/toolkit/packed_coordinates_test.cpp
     tests/toolkit/picture_decoding_test.cpp
