@@ -71,7 +71,7 @@ GradientFillFunction PlatformGradientFill() {
 
 void GradientRect(NCanvas* canvas, HDC dc, const RECT* rect, COLORREF topLeft, COLORREF topRight,
                   COLORREF bottomLeft, COLORREF bottomRight, GradientFillSource source) {
-    const HDC target = TargetOf(canvas, dc);
+    HDC target = TargetOf(canvas, dc);
     if (!target)
         return;
     // Right and bottom are included, so that a whole canvas's last column and
@@ -92,7 +92,7 @@ void GradientRect(NCanvas* canvas, HDC dc, const RECT* rect, COLORREF topLeft, C
 
 void GradientLine(NCanvas* canvas, HDC dc, int left, int right, int y, COLORREF startColour,
                   COLORREF endColour, GradientFillSource source) {
-    const HDC target = TargetOf(canvas, dc);
+    HDC target = TargetOf(canvas, dc);
     if (!target)
         return;
     if (startColour == endColour) {

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <climits>
 #include <string>
 
 namespace {
@@ -58,6 +59,26 @@ TEST_F(FitTextTest, AsMuchIsKeptAsIsNarrowerWithTheDots) {
         EXPECT_EQ(expected != whole, FitText(font_, maxWidth, text));
         EXPECT_EQ(NString(expected.c_str()), text);
     }
+}
+
+TEST_F(FitTextTest, ALongTextIsCutAsAShortOne) {
+    const std::wstring start = L"Will it fit";
+    std::wstring whole;
+    for (int i = 0; i < 300; ++i)
+        whole += start;
+    for (int maxWidth : {Width(L"..."), Width(L"Will..."), Width(start), 5 * Width(start)}) {
+        // What is further away is cut in any case.
+        const std::wstring expected = Expected(whole.substr(0, 20 * start.size()), maxWidth);
+        NString text = whole.c_str();
+        EXPECT_TRUE(FitText(font_, maxWidth, text));
+        EXPECT_EQ(NString(expected.c_str()), text);
+    }
+    NString text = whole.c_str();
+    EXPECT_FALSE(FitText(font_, Width(whole) + 1, text));
+    EXPECT_TRUE(FitText(font_, Width(whole), text));
+    text = whole.c_str();
+    EXPECT_FALSE(FitText(font_, INT_MAX, text));
+    EXPECT_EQ(NString(whole.c_str()), text);
 }
 
 TEST_F(FitTextTest, WithoutRoomForTheDotsTheTextIsEmptiedAndCountsAsCut) {
