@@ -309,16 +309,16 @@ TEST_F(Painting, EachLineOfATextStandsBelowTheOther) {
 }
 
 TEST_F(Painting, ATextWithTabsIsPlacedByTheStopsForTheLowBitsOfItsPlace) {
-    scene_.AddText({.x = 0x40000 + 45, .y = 1, .text = L"\tI"});
+    scene_.AddText({.x = 0x80000 + 45, .y = 1, .text = L"I\tI"});
     Paint();
     NFont font;
     ASSERT_TRUE(font.Create(nullptr, nullptr, 13, 0));
     NMemoryDC memory;
-    const int width = font.TextWidth(memory.dc, L"\tI", true, 45);
-    ASSERT_NE(width, font.TextWidth(memory.dc, L"\tI", true, 0));
+    const int width = font.TextWidth(memory.dc, L"I\tI", true, 45);
+    ASSERT_NE(width, font.TextWidth(memory.dc, L"I\tI", true, 0));
     TestSurface expected(Width, Height, White);
     font.Select(expected.Dc());
-    font.DrawText(Left + 45 - width, Top + 1, L"\tI", nullptr, true);
+    font.DrawText(Left + 45 - width / 2, Top + 1, L"I\tI", nullptr, true);
     font.Deselect();
     ExpectSameAs(expected);
 }

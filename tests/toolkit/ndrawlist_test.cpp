@@ -5,6 +5,7 @@
 #include "tests/toolkit/text_oracle.h"
 #include "toolkit/nbrush.h"
 #include "toolkit/ndrawlist.h"
+#include "toolkit/nfont.h"
 
 #include <gtest/gtest.h>
 
@@ -459,6 +460,17 @@ TEST(NDrawListMeasure, ATextOfLinesIsAsWideAsTheWidestAndAsHighAsAll) {
     NDrawList scene;
     scene.AddText({.text = L"I\rOverture\rII"});
     ExpectSize(oracle.Width(L"Overture") + 4, 3 * oracle.LineHeight() + 1, scene.Measure());
+}
+
+TEST(NDrawListMeasure, TabsCountFromTheLowBitsOfATextsPlace) {
+    NFont font;
+    ASSERT_TRUE(font.Create(nullptr, nullptr, 13, 0));
+    NMemoryDC memory;
+    const int width = font.TextWidth(memory.dc, L"I\tI", true, 30);
+    ASSERT_NE(width, font.TextWidth(memory.dc, L"I\tI", true, 0));
+    NDrawList scene;
+    scene.AddText({.x = 0x10000 + 30, .text = L"I\tI"});
+    EXPECT_EQ(30 + width + 4, scene.Measure().cx);
 }
 
 TEST(NDrawListMeasure, ACutTextIsPlacedAsAWholeOneAndTakesTheWidthThatIsLeft) {
