@@ -231,6 +231,7 @@ set(test_support_windows
     tests/support/picture_compare.cpp
     tests/support/private_current_user.cpp
     tests/support/temp_folder.cpp
+    tests/support/test_cursor.cpp
     tests/support/test_registry_key.cpp)
 set(native_support
     tests/support/codepage_native.cpp
@@ -277,6 +278,7 @@ set(codec_tests_windows
 set(toolkit_tests_windows
     tests/support/leak_counters_test.cpp
     tests/toolkit/brush_and_pen_test.cpp
+    tests/toolkit/button_dialog.cpp
     tests/toolkit/device_contexts_test.cpp
     tests/toolkit/dpi_test.cpp
     tests/toolkit/draw_list_painting_test.cpp
@@ -285,10 +287,15 @@ set(toolkit_tests_windows
     tests/toolkit/message_dispatch_test.cpp
     tests/toolkit/message_pump_test.cpp
     tests/toolkit/nbitmap_test.cpp
+    tests/toolkit/nbutton_keys_test.cpp
+    tests/toolkit/nbutton_test.cpp
+    tests/toolkit/nbuttonbar_test.cpp
     tests/toolkit/ncanvas_test.cpp
+    tests/toolkit/nclipboard_test.cpp
     tests/toolkit/ndrawlist_test.cpp
     tests/toolkit/nfont_test.cpp
     tests/toolkit/nicon_test.cpp
+    tests/toolkit/nsubclassctrl_test.cpp
     tests/toolkit/nthread_test.cpp
     tests/toolkit/nwindow_helpers_test.cpp
     tests/toolkit/nwindow_test.cpp

@@ -28,6 +28,13 @@ bool IsReturnKey(WPARAM key, const MSG* message) {
            (message->message == WM_KEYDOWN || message->message == WM_KEYUP);
 }
 
+// A menu that opens while the character of the key that opened it is still
+// waiting takes it for a choice, and closes.
+void DropCharacter(HWND window) {
+    MSG character;
+    PeekMessageW(&character, window, WM_CHAR, WM_CHAR, PM_REMOVE);
+}
+
 bool IsPressingKey(WPARAM key) {
     return key == VK_SPACE || key == VK_RETURN;
 }
@@ -186,7 +193,7 @@ void NButton::DrawMasked(int frame) {
 }
 
 bool NButton::ShowMenu(HWND ownerWindow) {
-    if (!menu && !menuId)
+    if (!HasMenu())
         return false;
     if (!IsEnabled())
         return true;
@@ -238,6 +245,8 @@ void NButton::OnKeyDown(WPARAM key, int32_t* handled) {
     if (!keyDown)
         return;
     Repaint();
+    if (HasMenu())
+        DropCharacter(window);
     if (ShowMenu(owner)) {
         keyDown = false;
         *handled = 1;

@@ -121,6 +121,7 @@ private:
     int FrameForState(int32_t shown) const;
     void Compose(int frame);
     void DrawMasked(int frame);
+    bool HasMenu() const { return menu || menuId; }
     void OnKeyDown(WPARAM key, int32_t* handled);
     void OnKeyUp(WPARAM key);
 };
