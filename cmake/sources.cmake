@@ -304,15 +304,24 @@ set(toolkit_tests_windows
     tests/toolkit/watched_calls.cpp)
 
 set(audiopage_tests_windows
+    tests/audiopage/audio_prop_page_test.cpp
     tests/audiopage/cover_panel_test.cpp
+    tests/audiopage/cover_view_test.cpp
     tests/audiopage/display_units_test.cpp
     tests/audiopage/file_type_test.cpp
     tests/audiopage/leaks_test.cpp
     tests/audiopage/locale_numbers_test.cpp
+    tests/audiopage/page_buttons_test.cpp
+    tests/audiopage/page_pictures_test.cpp
+    tests/audiopage/page_window.cpp
     tests/audiopage/property_rows_test.cpp
+    tests/audiopage/row_painting_test.cpp
+    tests/audiopage/rows_clipboard_test.cpp
+    tests/audiopage/screen_resolution.cpp
     tests/audiopage/size_rows_test.cpp
     tests/audiopage/technical_rows_test.cpp
     tests/audiopage/test_pictures.cpp
+    tests/audiopage/watched_timers.cpp
     tests/shell/private_classes_root.cpp
     tests/support/picture_compare_test.cpp)
 

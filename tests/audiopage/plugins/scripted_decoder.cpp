@@ -48,6 +48,12 @@ void SetNamedEvent(const wchar_t* name) {
         SetEvent(event.Get());
 }
 
+void AwaitNamedEvent(const wchar_t* name) {
+    UniqueKernelHandle event(OpenEventW(SYNCHRONIZE, FALSE, name));
+    if (event)
+        WaitForSingleObject(event.Get(), INFINITE);
+}
+
 void Answer(const Instance& instance, const ScriptedFile& script, clAudioInfo& info) {
     const uint8_t* tags = instance.bytes.data() + sizeof(ScriptedFile);
     info.FormatTag = script.formatTag;
@@ -97,6 +103,7 @@ PLUGIN_EXPORT int32_t Open(void* instance, clAudioInfo* info) {
     ScriptedFile script;
     memcpy(&script, self.bytes.data(), sizeof(script));
     SetNamedEvent(script.eventToSet);
+    AwaitNamedEvent(script.eventToAwait);
     if (script.refuses)
         return 0;
     Answer(self, script, *info);

@@ -23,5 +23,6 @@ struct ScriptedFile {
     uint32_t techInfoSize = 0;
     uint32_t tagsAreNull = 0;
     uint32_t techInfoIsNull = 0;
-    wchar_t eventToSet[64] = {}; // by Open; empty for none
+    wchar_t eventToSet[64] = {};   // by Open; empty for none
+    wchar_t eventToAwait[64] = {}; // before Open answers; empty for none
 };

@@ -1,0 +1,102 @@
+#include "tests/audiopage/page_window.h"
+
+#include "foundation/module_instance.h"
+#include "resources/resource_ids.h"
+#include "toolkit/device_contexts.h"
+#include "toolkit/dpi.h"
+
+namespace {
+constexpr int SheetWidth = 420;
+constexpr int SheetHeight = 480;
+constexpr DWORD LongestMs = 60000;
+constexpr UINT_PTR TickTimer = 1;
+} // namespace
+
+PageWindow::PageWindow()
+    : sheet_(CreateWindowExW(WS_EX_TOOLWINDOW, L"STATIC", L"sheet", WS_POPUP | WS_VISIBLE, 0, 0,
+                             SheetWidth, SheetHeight, nullptr, nullptr, nullptr, nullptr)) {}
+
+PageWindow::~PageWindow() {
+    Close();
+    DestroyWindow(sheet_);
+}
+
+void PageWindow::Open() {
+    dialog_ = CreateDialogParamW(NModuleInstance(), MAKEINTRESOURCEW(IDD_AUDIO_PAGE), sheet_,
+                                 DialogProc, reinterpret_cast<LPARAM>(page_.get()));
+    ASSERT_NE(dialog_, nullptr);
+    ShowWindow(dialog_, SW_SHOW);
+}
+
+void PageWindow::Close() {
+    if (dialog_)
+        DestroyWindow(dialog_);
+    dialog_ = nullptr;
+}
+
+INT_PTR CALLBACK PageWindow::DialogProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
+    auto* page = reinterpret_cast<clAudioPropPage*>(GetWindowLongPtrW(dialog, GWLP_USERDATA));
+    int32_t handled = 0;
+    const LRESULT result = page ? page->OnMessage(dialog, message, wParam, lParam, &handled) : 0;
+    if (handled) {
+        SetWindowLongPtrW(dialog, DWLP_MSGRESULT, result);
+        return TRUE;
+    }
+    if (message == WM_INITDIALOG) {
+        SetWindowLongPtrW(dialog, GWLP_USERDATA, lParam);
+        page = reinterpret_cast<clAudioPropPage*>(lParam);
+        page->Hwnd = dialog;
+        page->OnInit();
+    }
+    return message == WM_CTLCOLORDLG ? reinterpret_cast<INT_PTR>(GetSysColorBrush(COLOR_WINDOW))
+                                     : FALSE;
+}
+
+void PageWindow::Tick() {
+    Send(WM_TIMER, TickTimer);
+}
+
+void PageWindow::FinishReading() {
+    ASSERT_NE(page_->Reader.handle, nullptr);
+    ASSERT_EQ(WaitForSingleObject(page_->Reader.handle, LongestMs), WAIT_OBJECT_0);
+    Tick();
+}
+
+int PageWindow::X(int units) const {
+    return DialogUnitsX(units, dialog_);
+}
+
+int PageWindow::Y(int units) const {
+    return DialogUnitsY(units, dialog_);
+}
+
+RECT PageWindow::PlaceOf(HWND child) const {
+    RECT place = {};
+    GetWindowRect(child, &place);
+    MapWindowPoints(nullptr, dialog_, reinterpret_cast<POINT*>(&place), 2);
+    return place;
+}
+
+LRESULT PageWindow::Send(UINT message, WPARAM wParam, LPARAM lParam) {
+    return SendMessageW(dialog_, message, wParam, lParam);
+}
+
+bool PageWindow::WaitsForPaint() const {
+    RECT client = {};
+    RECT update = {};
+    GetClientRect(dialog_, &client);
+    return GetUpdateRect(dialog_, &update, FALSE) && EqualRect(&update, &client);
+}
+
+Picture PageWindow::Seen() {
+    RedrawWindow(dialog_, nullptr, nullptr,
+                 RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW | RDW_ALLCHILDREN);
+    RECT client = {};
+    GetClientRect(dialog_, &client);
+    // A window's pixels are slow to ask for one by one.
+    NCanvas copy;
+    copy.Resize(client.right, client.bottom);
+    NWindowDC window(dialog_);
+    BitBlt(copy.dc, 0, 0, client.right, client.bottom, window.dc, 0, 0, SRCCOPY);
+    return ReadPicture(copy.dc, client.right, client.bottom);
+}
