@@ -6,6 +6,8 @@
 #include "suite/tagmap/pictures.h"
 #include "suite/tagmap/rating.h"
 
+#include <algorithm>
+
 namespace tagmap {
 
 namespace {
@@ -84,6 +86,26 @@ StringList KeysOfTable(const Tag& tag) {
     for (const clMappingRow& row : MappingRows())
         keys.append(KeysOf(tag, row));
     return keys;
+}
+
+// True if an item of text with that key is one of these.
+bool IsKeyOf(const clMappingRow& row, const String& key) {
+    return SameName(key, row.Ape) || SameName(key, row.Element) ||
+           (IsRating(row) && BeginsWithName(key, RatingByPrefix));
+}
+
+bool IsTableKey(const String& key) {
+    const auto rows = MappingRows();
+    return SameName(key, CdTocKey) ||
+           std::any_of(rows.begin(), rows.end(),
+                       [&](const clMappingRow& row) { return IsKeyOf(row, key); });
+}
+
+// Most rows stand for items that a tag lacks, and the library's own search is dear.
+bool MayHaveRow(const Tag& tag, const clMappingRow& row) {
+    const auto& items = tag.itemListMap();
+    return std::any_of(items.begin(), items.end(),
+                       [&](const auto& item) { return IsKeyOf(row, item.first); });
 }
 
 // RATING counts before the ratings by e-mail.
@@ -205,8 +227,8 @@ bool WriteElement(Tag& tag, const clTagElement& element) {
 }
 
 // Names of the items that ReadApe reads beside the table's.
-bool IsOtherText(const Item& item, const StringList& known) {
-    return IsText(item) && !known.contains(item.key().upper()) && !IsApePictureKey(item.key()) &&
+bool IsOtherText(const Item& item) {
+    return IsText(item) && !IsTableKey(item.key()) && !IsApePictureKey(item.key()) &&
            !IsArtName(ToNString(item.key()));
 }
 
@@ -223,7 +245,7 @@ void RemoveAllTexts(Tag& tag) {
     const StringList known = KeysOfTable(tag);
     StringList others;
     for (const auto& [key, item] : tag.itemListMap())
-        if (IsOtherText(item, known))
+        if (IsOtherText(item))
             others.append(key);
     for (const String& key : known)
         tag.removeItem(key);
@@ -235,11 +257,11 @@ void RemoveAllTexts(Tag& tag) {
 
 void ReadApe(const Tag& tag, clTagRecord& record) {
     for (const clMappingRow& row : MappingRows())
-        AddValues(record, row.Element, ReadRow(tag, row));
+        if (MayHaveRow(tag, row))
+            AddValues(record, row.Element, ReadRow(tag, row));
     ReadCdToc(tag, record);
-    const StringList known = KeysOfTable(tag);
     for (const auto& [key, item] : tag.itemListMap())
-        if (IsOtherText(item, known))
+        if (IsOtherText(item))
             AddValues(record, ElementOf(item), item.values());
     ReadApePictures(tag, record);
 }

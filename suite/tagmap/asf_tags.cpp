@@ -47,7 +47,7 @@ constexpr DescriptionField DescriptionFields[] = {
     {L"Description", &Tag::comment, &Tag::setComment},
 };
 
-const DescriptionField* DescriptionFieldOf(const String& field) {
+const DescriptionField* DescriptionFieldOf(NameView field) {
     for (const DescriptionField& candidate : DescriptionFields)
         if (SameName(field, candidate.Name))
             return &candidate;
@@ -213,6 +213,16 @@ StringList ReadRow(const Tag& tag, const clMappingRow& row) {
         return ReadRating(tag);
     const StringList values = ReadField(tag, row.Asf);
     return values.isEmpty() ? ReadField(tag, row.Element) : values;
+}
+
+// Most rows stand for attributes that a tag lacks, and the search for one is
+// dear. The content description has no list to look into.
+bool MayHaveRow(const Tag& tag, const clMappingRow& row) {
+    const auto& fields = tag.attributeListMap();
+    return DescriptionFieldOf(row.Asf) || DescriptionFieldOf(row.Element) ||
+           std::any_of(fields.begin(), fields.end(), [&](const auto& field) {
+               return SameName(field.first, row.Asf) || SameName(field.first, row.Element);
+           });
 }
 
 void ReadCdToc(const Tag& tag, clTagRecord& record) {
@@ -409,14 +419,15 @@ bool FitsDescription(const Attribute& attribute) {
 
 void ReadAsf(const Tag& tag, clTagRecord& record) {
     for (const clMappingRow& row : MappingRows())
-        AddValues(record, row.Element, ReadRow(tag, row));
+        if (MayHaveRow(tag, row))
+            AddValues(record, row.Element, ReadRow(tag, row));
     ReadCdToc(tag, record);
     for (const auto& [field, attributes] : tag.attributeListMap()) {
-        const NString element = ElementOf(field);
-        if (!IsWritable(field) || IsTableField(field) || FindMappingRow(element) ||
-            SameName(field, CdTocField))
+        if (!IsWritable(field) || IsTableField(field) || SameName(field, CdTocField))
             continue;
-        AddValues(record, element, ReadField(tag, field));
+        const NString element = ElementOf(field);
+        if (!FindMappingRow(element))
+            AddValues(record, element, ReadField(tag, field));
     }
     ReadPictures(tag, record);
 }

@@ -35,6 +35,15 @@ bool SameName(NameView a, NameView b) {
     return SameUnits(a.Units(), b.Units());
 }
 
+bool SameName(NameView a, const wchar_t* b) {
+    for (const wchar_t unit : a.Units()) {
+        if (*b == 0 || NUpperUnit(unit) != NUpperUnit(*b))
+            return false;
+        ++b;
+    }
+    return *b == 0;
+}
+
 bool BeginsWithName(NameView text, NameView beginning) {
     return SameUnits(text.Units().substr(0, beginning.Units().size()), beginning.Units());
 }

@@ -17,6 +17,7 @@ class NameView {
 public:
     NameView(const TagLib::String& name) : units_(name.toCWString(), name.size()) {}
     NameView(const wchar_t* name) : units_(name) {}
+    NameView(std::wstring_view name) : units_(name) {}
     std::wstring_view Units() const { return units_; }
 
 private:
@@ -25,6 +26,8 @@ private:
 
 // Compares without regard to ASCII case.
 bool SameName(NameView a, NameView b);
+// Without a look for the end of `b`, which is mostly another name.
+bool SameName(NameView a, const wchar_t* b);
 bool BeginsWithName(NameView text, NameView beginning);
 
 // Nothing in it: the field is to go.

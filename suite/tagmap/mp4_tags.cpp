@@ -9,7 +9,10 @@
 #include <mp4item.h>
 #include <tpropertymap.h>
 
+#include <algorithm>
+#include <iterator>
 #include <optional>
+#include <string_view>
 #include <vector>
 
 namespace tagmap {
@@ -37,14 +40,25 @@ String FreeFormKey(const String& name) {
     return String(OwnerPrefix) + name;
 }
 
-bool IsFreeForm(const String& key) {
-    return key.startsWith(FreeFormPrefix);
+bool IsFreeForm(NameView key) {
+    return key.Units().starts_with(FreeFormPrefix);
 }
 
 // The table names a free-form atom by "----:" and its name.
+std::wstring_view TableName(const clMappingRow& row) {
+    const size_t prefix = IsFreeForm(row.Mp4) ? std::size(FreeFormPrefix) - 1 : 0;
+    return std::wstring_view(row.Mp4).substr(prefix);
+}
+
+// A key without the owner of the free-form atoms that the table names.
+std::wstring_view WithoutOwner(NameView key) {
+    const size_t prefix = BeginsWithName(key, OwnerPrefix) ? std::size(OwnerPrefix) - 1 : 0;
+    return key.Units().substr(prefix);
+}
+
 String RowKey(const clMappingRow& row) {
-    const String key(row.Mp4);
-    return IsFreeForm(key) ? FreeFormKey(key.substr(String(FreeFormPrefix).size())) : key;
+    const String name(TableName(row).data());
+    return IsFreeForm(row.Mp4) ? FreeFormKey(name) : name;
 }
 
 bool IsPair(const String& key) {
@@ -52,8 +66,10 @@ bool IsPair(const String& key) {
 }
 
 bool IsTableKey(const String& key) {
+    const bool isOwned = BeginsWithName(key, OwnerPrefix);
+    const std::wstring_view name = WithoutOwner(key);
     for (const clMappingRow& row : MappingRows())
-        if (SameName(RowKey(row), key))
+        if (IsFreeForm(row.Mp4) == isOwned && SameName(TableName(row), name))
             return true;
     return false;
 }
@@ -111,8 +127,10 @@ Item FindItem(const Tag& tag, const String& key) {
     const auto found = items.find(key);
     if (found != items.end())
         return found->second;
+    if (!IsFreeForm(key))
+        return Item();
     for (const auto& [name, item] : items)
-        if (IsFreeForm(key) && SameName(name, key))
+        if (SameName(name, key))
             return item;
     return Item();
 }
@@ -172,13 +190,31 @@ StringList ValuesOf(const String& key, const Item& item) {
 // A free-form atom of the element's own name stands in where the table's item
 // is missing: other taggers write `----:...:RATING`.
 StringList ReadRow(const Tag& tag, const clMappingRow& row) {
-    const StringList values = ValuesOf(RowKey(row), FindItem(tag, RowKey(row)));
+    const String key = RowKey(row);
+    const StringList values = ValuesOf(key, FindItem(tag, key));
     if (!values.isEmpty())
         return values;
     const Item own = FindItem(tag, FreeFormKey(row.Element));
     if (!own.isValid())
         return StringList();
-    return RowKey(row) == RatingItem ? RatingValues(own) : own.toStringList();
+    return key == RatingItem ? RatingValues(own) : own.toStringList();
+}
+
+// Most rows stand for items that a tag lacks, and the library's own search is
+// dear. False if no item of these names, without their owner, is the row's.
+bool MayHaveRow(const std::vector<std::wstring_view>& names, const clMappingRow& row) {
+    return std::any_of(names.begin(), names.end(), [&](std::wstring_view name) {
+        return SameName(name, TableName(row)) || SameName(name, row.Element);
+    });
+}
+
+void ReadRows(const Tag& tag, clTagRecord& record) {
+    std::vector<std::wstring_view> names;
+    for (const auto& [key, item] : tag.itemMap())
+        names.push_back(WithoutOwner(key));
+    for (const clMappingRow& row : MappingRows())
+        if (MayHaveRow(names, row))
+            AddValues(record, row.Element, ReadRow(tag, row));
 }
 
 void ReadCovers(const Tag& tag, clTagRecord& record) {
@@ -319,11 +355,12 @@ void RemoveAll(Tag& tag) {
 } // namespace
 
 void ReadMp4(const Tag& tag, clTagRecord& record) {
-    for (const clMappingRow& row : MappingRows())
-        AddValues(record, row.Element, ReadRow(tag, row));
+    ReadRows(tag, record);
     for (const auto& [key, item] : tag.itemMap()) {
+        if (IsTableKey(key))
+            continue;
         const NString element = ElementOf(key, item);
-        if (element.IsEmpty() || IsTableKey(key) || FindMappingRow(element))
+        if (element.IsEmpty() || FindMappingRow(element))
             continue;
         const String mainKey = KeyOf(element);
         if (SameName(mainKey, key) || !tag.itemMap().contains(mainKey))

@@ -11,6 +11,8 @@ constexpr wchar_t SingleFieldSeparator[] = L"; ";
 // A line end inside a value must not look like the end of a part.
 NString WithoutCarriageReturns(const TagLib::String& value) {
     NString text = ToNString(value);
+    if (!text.FindChar(ValueSeparator))
+        return text;
     text.Replace(L"\r\n", L"\n");
     text.Replace(L"\r", L"\n");
     return text;
@@ -18,9 +20,8 @@ NString WithoutCarriageReturns(const TagLib::String& value) {
 } // namespace
 
 NString ToNString(const TagLib::String& text) {
-    const std::wstring units = text.toWString();
     NString result;
-    result.Assign(units.c_str(), static_cast<int>(units.size()));
+    result.Assign(text.toCWString(), static_cast<int>(text.size()));
     return result;
 }
 

@@ -5,6 +5,7 @@
 #include "suite/tagmap/pictures.h"
 #include "suite/tagmap/rating.h"
 
+#include <algorithm>
 #include <vector>
 
 namespace tagmap {
@@ -16,6 +17,7 @@ using TagLib::StringList;
 using TagLib::Ogg::XiphComment;
 
 constexpr wchar_t CdTocField[] = L"CDTOC";
+constexpr wchar_t EncoderName[] = L"encoder";
 constexpr wchar_t RatingField[] = L"RATING";
 constexpr wchar_t RatingByPrefix[] = L"RATING:"; // followed by the rater's e-mail
 constexpr wchar_t ChannelMaskField[] = L"WAVEFORMATEXTENSIBLE_CHANNEL_MASK";
@@ -41,7 +43,7 @@ struct SecondField {
 };
 constexpr SecondField SecondFields[] = {{L"comment", L"DESCRIPTION"}, {L"label", L"PUBLISHER"}};
 
-const PairFields* PairOf(const String& element) {
+const PairFields* PairOf(NameView element) {
     for (const PairFields& pair : Pairs)
         if (SameName(element, pair.Element))
             return &pair;
@@ -84,6 +86,18 @@ StringList FieldsOf(const XiphComment& comment, const clMappingRow& row) {
     if (!fields.contains(ownName))
         fields.append(ownName);
     return fields;
+}
+
+// True if the comment is one of these.
+bool IsFieldOf(const clMappingRow& row, const String& field) {
+    if (SameName(field, row.Vorbis) || SameName(field, row.Element))
+        return true;
+    for (const SecondField& second : SecondFields)
+        if (SameName(field, second.Field) && SameName(row.Element, second.Element))
+            return true;
+    if (const PairFields* pair = PairOf(row.Element))
+        return SameName(field, pair->Totals[0]) || SameName(field, pair->Totals[1]);
+    return SameName(row.Vorbis, RatingField) && BeginsWithName(field, RatingByPrefix);
 }
 
 StringList ReadPair(const XiphComment& comment, const PairFields& pair) {
@@ -139,7 +153,7 @@ StringList ReadTexts(const XiphComment& comment, const clMappingRow& row) {
             AppendMissing(values, FieldValues(comment, second.Field));
     if (values.isEmpty())
         values = FieldValues(comment, row.Element);
-    if (values.isEmpty() && SameName(row.Element, L"encoder"))
+    if (values.isEmpty() && SameName(row.Element, EncoderName))
         values.append(comment.vendorID());
     return values;
 }
@@ -197,11 +211,19 @@ bool WriteElement(XiphComment& comment, const clTagElement& element) {
 }
 
 // The comments that the table's rows read.
-StringList FieldsOfTable(const XiphComment& comment) {
-    StringList fields;
-    for (const clMappingRow& row : MappingRows())
-        fields.append(FieldsOf(comment, row));
-    return fields;
+bool IsTableField(const String& field) {
+    const auto rows = MappingRows();
+    return std::any_of(rows.begin(), rows.end(),
+                       [&](const clMappingRow& row) { return IsFieldOf(row, field); });
+}
+
+// Most rows stand for comments that a file lacks, and the library's own search
+// is dear. The encoder may stand in place of a comment.
+bool MayHaveRow(const XiphComment& comment, const clMappingRow& row) {
+    const auto& fields = comment.fieldListMap();
+    return SameName(row.Element, EncoderName) ||
+           std::any_of(fields.begin(), fields.end(),
+                       [&](const auto& field) { return IsFieldOf(row, field.first); });
 }
 
 void RemoveAllTexts(XiphComment& comment) {
@@ -223,14 +245,11 @@ void RemoveElement(XiphComment& comment, const NString& name) {
 
 void ReadVorbis(const XiphComment& comment, clTagRecord& record) {
     for (const clMappingRow& row : MappingRows())
-        AddValues(record, row.Element, ReadRow(comment, row));
+        if (MayHaveRow(comment, row))
+            AddValues(record, row.Element, ReadRow(comment, row));
     AddValues(record, CdTocName, FieldValues(comment, CdTocField));
-
-    StringList known = FieldsOfTable(comment);
-    known.append(CdTocField);
-    known.append(ChannelMaskField);
     for (const auto& [field, values] : comment.fieldListMap())
-        if (!known.contains(field))
+        if (!IsTableField(field) && field != CdTocField && field != ChannelMaskField)
             AddValues(record, LowerName(field), values);
 }
 

@@ -8,6 +8,9 @@ namespace {
 TEST(FieldRules, NamesAreComparedWithoutAsciiCase) {
     EXPECT_TRUE(SameName(L"Album", L"ALBUM"));
     EXPECT_FALSE(SameName(L"Album", L"Albums"));
+    EXPECT_FALSE(SameName(L"Albums", L"Album"));
+    EXPECT_FALSE(SameName(TagLib::String(std::wstring(L"Album\0s", 7)), L"Album"));
+    EXPECT_TRUE(SameName(std::wstring_view(L"Albums", 5), TagLib::String(L"ALBUM")));
     EXPECT_FALSE(SameName(L"\u00e4", L"\u00c4"));
     EXPECT_TRUE(BeginsWithName(L"wm/WMADRCPeak", L"WM/wmadrc"));
     EXPECT_FALSE(BeginsWithName(L"WM", L"WM/WMADRC"));
