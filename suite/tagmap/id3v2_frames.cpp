@@ -7,6 +7,8 @@
 #include <id3v2synchdata.h>
 #include <textidentificationframe.h>
 
+#include <algorithm>
+
 namespace tagmap {
 
 namespace {
@@ -71,6 +73,22 @@ Frames FramesOf(const Tag& tag) {
 Frames FramesOf(const Tag& tag, const char* id) {
     const TagLib::ID3v2::FrameList& list = tag.frameList(ByteVector(id));
     return Frames(list.begin(), list.end());
+}
+
+FrameNames::FrameNames(const Tag& tag) {
+    ids_.reserve(tag.frameList().size());
+    for (const Frame* frame : tag.frameList()) {
+        ids_.push_back(frame->frameID());
+        if (ids_.back() != UserTextFrame)
+            continue;
+        if (const auto* text = dynamic_cast<const UserText*>(frame))
+            descriptions_.push_back(text->description());
+    }
+}
+
+bool FrameNames::HasUserText(const wchar_t* description) const {
+    return std::any_of(descriptions_.begin(), descriptions_.end(),
+                       [description](const String& own) { return SameName(own, description); });
 }
 
 String::Type TextEncodingOf(int version) {

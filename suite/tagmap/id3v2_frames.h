@@ -5,6 +5,8 @@
 #include <tstringlist.h>
 #include <unknownframe.h>
 
+#include <algorithm>
+#include <string_view>
 #include <vector>
 
 // Work on single frames that the files of ID3v2 share. The frames belong to
@@ -17,6 +19,8 @@ inline constexpr char DateFrame[] = "TDRC";
 inline constexpr char OldYearFrame[] = "TYER";
 inline constexpr char GenreFrame[] = "TCON";
 inline constexpr char MoodFrame[] = "TMOO";
+// A row of the table that names a TXXX frame begins so, before the description.
+inline constexpr std::wstring_view UserTextPrefix = L"TXXX:";
 
 // What the library lets only frames themselves use.
 class FrameAccess : public TagLib::ID3v2::Frame {
@@ -71,12 +75,39 @@ Frames FramesOf(const TagLib::ID3v2::Tag& tag, const char* id);
 // are left out.
 template <typename Class>
 std::vector<Class*> FramesAs(const TagLib::ID3v2::Tag& tag, const char* id) {
+    const TagLib::ID3v2::FrameList& list = tag.frameList(TagLib::ByteVector(id));
     std::vector<Class*> found;
-    for (TagLib::ID3v2::Frame* frame : FramesOf(tag, id))
+    for (TagLib::ID3v2::Frame* frame : list)
         if (auto* typed = dynamic_cast<Class*>(frame))
             found.push_back(typed);
     return found;
 }
+
+// Compares without copies; the table names frames by wide texts.
+template <typename Unit>
+bool IsId(const TagLib::ByteVector& id, const Unit* name) {
+    const std::basic_string_view<Unit> units(name);
+    return std::equal(id.begin(), id.end(), units.begin(), units.end());
+}
+
+// What a tag has, as it is when this is made. Most rows of the table stand for
+// frames that a tag lacks, and the library's own search is dear.
+class FrameNames {
+public:
+    explicit FrameNames(const TagLib::ID3v2::Tag& tag);
+
+    template <typename Unit>
+    bool HasFrame(const Unit* id) const {
+        return std::any_of(ids_.begin(), ids_.end(),
+                           [id](const TagLib::ByteVector& own) { return IsId(own, id); });
+    }
+    // A TXXX frame of that description, in any case.
+    bool HasUserText(const wchar_t* description) const;
+
+private:
+    std::vector<TagLib::ByteVector> ids_;
+    std::vector<TagLib::String> descriptions_;
+};
 
 // The encoding of texts that are written: UTF-16 in ID3v2.3, UTF-8 in 2.4.
 TagLib::String::Type TextEncodingOf(int version);

@@ -44,8 +44,9 @@ constexpr char PodcastFrame[] = "PCST"; // a mark without a text
 // which other taggers write.
 bool IsTableUserText(const String& description) {
     for (const clMappingRow& row : MappingRows()) {
-        const String native(row.Id3v2);
-        if (SameName(description, row.Element) || SameName(String("TXXX:") + description, native))
+        const bool isUserText = BeginsWithName(row.Id3v2, UserTextPrefix);
+        if (SameName(description, row.Element) ||
+            (isUserText && SameName(description, row.Id3v2 + UserTextPrefix.size())))
             return true;
     }
     return false;
@@ -53,7 +54,7 @@ bool IsTableUserText(const String& description) {
 
 bool IsTableId(const ByteVector& id) {
     for (const clMappingRow& row : MappingRows())
-        if (String(row.Id3v2) == String(id))
+        if (IsId(id, row.Id3v2))
             return true;
     return id == OldYearFrame;
 }
@@ -264,11 +265,13 @@ bool IsTableFrame(const Frame& frame) {
 
 void ReadOtherTexts(const Tag& tag, clTagRecord& record) {
     NamedTexts texts;
-    for (const Frame* frame : FramesOf(tag)) {
-        const NString name = NameOf(*frame);
-        if (IsPeopleFrame(*frame))
+    for (const Frame* frame : tag.frameList()) {
+        if (IsPeopleFrame(*frame)) {
             ReadPeople(*frame, texts);
-        else if (!name.IsEmpty())
+            continue;
+        }
+        const NString name = NameOf(*frame);
+        if (!name.IsEmpty())
             AddNamedText(texts, name, ValuesOf(*frame));
     }
     for (const auto& [name, values] : texts)

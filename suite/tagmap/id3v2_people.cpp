@@ -97,8 +97,8 @@ void AddNamedText(NamedTexts& texts, const NString& name, const StringList& valu
 }
 
 bool IsPeopleFrame(const Frame& frame) {
-    return (frame.frameID() == RoleFrame || frame.frameID() == InstrumentFrame) &&
-           dynamic_cast<const TextFrame*>(&frame);
+    const TagLib::ByteVector id = frame.frameID();
+    return (id == RoleFrame || id == InstrumentFrame) && dynamic_cast<const TextFrame*>(&frame);
 }
 
 bool IsPersonName(const NString& name) {

@@ -25,7 +25,6 @@ using TagLib::StringList;
 using TagLib::ID3v2::Tag;
 using TagLib::ID3v2::UnknownFrame;
 
-constexpr wchar_t UserTextPrefix[] = L"TXXX:";
 constexpr char DiscIdFrame[] = "MCDI";
 constexpr char OldDateFrame[] = "TDAT";
 constexpr char OldTimeFrame[] = "TIME";
@@ -52,11 +51,12 @@ RowKind KindOf(const clMappingRow& row) {
 }
 
 std::string FrameIdOf(const clMappingRow& row) {
-    return String(row.Id3v2).to8Bit();
+    const std::wstring_view id(row.Id3v2);
+    return std::string(id.begin(), id.end());
 }
 
 String DescriptionOfRow(const clMappingRow& row) {
-    return String(row.Id3v2).substr(String(UserTextPrefix).size());
+    return String(row.Id3v2 + UserTextPrefix.size());
 }
 
 void RemoveFrames(Tag& tag, const char* id) {
@@ -64,6 +64,20 @@ void RemoveFrames(Tag& tag, const char* id) {
 }
 
 // Rows of the table.
+
+// False if no frame of the tag can be read for the row.
+bool MayHaveRow(const FrameNames& names, const clMappingRow& row) {
+    if (names.HasUserText(row.Element))
+        return true;
+    switch (KindOf(row)) {
+    case RowKind::UserText:
+        return names.HasUserText(row.Id3v2 + UserTextPrefix.size());
+    case RowKind::Date:
+        return names.HasFrame(row.Id3v2) || names.HasFrame(OldYearFrame);
+    default:
+        return names.HasFrame(row.Id3v2);
+    }
+}
 
 StringList ReadNative(const Tag& tag, const clMappingRow& row) {
     switch (KindOf(row)) {
@@ -236,10 +250,13 @@ void RemoveAllElements(Tag& tag) {
 } // namespace
 
 void ReadId3v2(const Tag& tag, clTagRecord& record) {
+    const FrameNames names(tag);
     for (const clMappingRow& row : MappingRows())
-        AddValues(record, row.Element, ReadRow(tag, row));
+        if (MayHaveRow(names, row))
+            AddValues(record, row.Element, ReadRow(tag, row));
     ReadOtherTexts(tag, record);
-    ReadDiscId(tag, record);
+    if (names.HasFrame(DiscIdFrame))
+        ReadDiscId(tag, record);
     ReadId3v2Pictures(tag, record);
 }
 
