@@ -9,6 +9,8 @@
 #include <textidentificationframe.h>
 
 #include <algorithm>
+#include <climits>
+#include <utility>
 
 namespace tagmap {
 
@@ -24,6 +26,7 @@ using TagLib::ID3v2::Header;
 using TagLib::ID3v2::Tag;
 using TextFrame = TagLib::ID3v2::TextIdentificationFrame;
 
+constexpr unsigned WholeTag = UINT_MAX;
 constexpr unsigned FooterSize = 10;
 constexpr unsigned FrameIdSize = 4; // from ID3v2.3 on
 // A size has 28 bits; the headers of the frames and the padding need some room.
@@ -122,9 +125,50 @@ bool IsMisread(const Header& header) {
 
 } // namespace
 
-Id3v2Source::Id3v2Source(Tag* tag, const ByteVector& bytes) {
+Id3v2Source::Id3v2Source(Tag* tag, const BytesOf& bytesOf) : tag_(tag), bytesOf_(bytesOf) {
+    if (tag_ && MayHaveBracketedGenre())
+        LookAtBytes();
+}
+
+Id3v2Source::Id3v2Source(Tag* tag, const ByteVector& bytes)
+    : Id3v2Source(tag, [bytes](unsigned at, unsigned count) { return bytes.mid(at, count); }) {}
+
+Id3v2Source::Id3v2Source(Tag* tag, File& file, long offset)
+    : Id3v2Source(tag, [tag, &file, offset](unsigned at, unsigned count) {
+          const unsigned size = tag->header()->completeTagSize();
+          file.seek(offset + static_cast<long>(at));
+          const ByteVector bytes = file.readBlock(std::min(count, size - std::min(at, size)));
+          const bool isThere = at > 0 || bytes.startsWith(Header::fileIdentifier());
+          return isThere ? bytes : ByteVector();
+      }) {}
+
+// Only the bytes of the genres are read. Where they can't be found by the lengths
+// of the frames alone, any genre may have brackets.
+bool Id3v2Source::MayHaveBracketedGenre() const {
+    const Header& header = *tag_->header();
+    const bool isPlain = !header.unsynchronisation() && !header.extendedHeader();
+    const unsigned headerSize = Frame::headerSize(header.majorVersion());
+    unsigned at = Header::size();
+    for (const Frame* frame : tag_->frameList()) {
+        at += headerSize;
+        if (frame->frameID() == GenreFrame &&
+            (!isPlain || bytesOf_(at, frame->size()).find("(") >= 0))
+            return true;
+        at += frame->size();
+    }
+    return false;
+}
+
+bool Id3v2Source::SurvivesSave() {
+    LookAtBytes();
+    return survives_;
+}
+
+void Id3v2Source::LookAtBytes() {
+    Tag* const tag = std::exchange(tag_, nullptr);
     if (!tag)
         return;
+    const ByteVector bytes = bytesOf_(0, WholeTag);
     const Header& header = *tag->header();
     // A damaged tag that claims more than there is would take the audio with it.
     if (bytes.size() < header.completeTagSize() || IsMisread(header) ||
@@ -136,15 +180,6 @@ Id3v2Source::Id3v2Source(Tag* tag, const ByteVector& bytes) {
     const ByteVector content = ContentOf(header, bytes);
     Walk(*tag, content);
     survives_ = EndsAt(header, content, end_) && Id3v2SurvivesSave(*tag);
-}
-
-Id3v2Source::Id3v2Source(Tag* tag, File& file, long offset) {
-    if (!tag)
-        return;
-    file.seek(offset);
-    const ByteVector bytes = file.readBlock(tag->header()->completeTagSize());
-    const bool isThere = bytes.startsWith(Header::fileIdentifier());
-    *this = Id3v2Source(tag, isThere ? bytes : ByteVector());
 }
 
 // Walks over the frames where they stand.
@@ -167,6 +202,7 @@ void Id3v2Source::Walk(Tag& tag, const ByteVector& content) {
 }
 
 void Id3v2Source::Remember(Tag& tag) {
+    LookAtBytes();
     if (version_ != Id3v2VersionToWrite(&tag))
         return;
     for (SourceFrame& source : frames_)

@@ -3,6 +3,7 @@
 #include <id3v2tag.h>
 #include <tfile.h>
 
+#include <functional>
 #include <vector>
 
 namespace tagmap {
@@ -15,17 +16,23 @@ namespace tagmap {
 // a genre unless it is a number. Genres are given back to the tag, as the text
 // that the file has; the rest can't be, and would be lost by a save.
 //
-// `tag` lives at least as long.
+// Tag and file live at least as long, and are not changed before Remember.
 class Id3v2Source {
 public:
     Id3v2Source() = default;
-    // `tag` may be null.
+    // Gives at most so many of the tag's bytes, from a place in it on.
+    using BytesOf = std::function<TagLib::ByteVector(unsigned at, unsigned count)>;
+
+    // `tag` may be null. The bytes are asked for when they are needed: for
+    // genres with brackets at once, for all else, which a file that is only
+    // read can do without, by the calls below.
+    Id3v2Source(TagLib::ID3v2::Tag* tag, const BytesOf& bytesOf);
     Id3v2Source(TagLib::ID3v2::Tag* tag, const TagLib::ByteVector& bytes);
     // The tag that begins at that place of the file.
     Id3v2Source(TagLib::ID3v2::Tag* tag, TagLib::File& file, long offset);
 
     // A save would keep all frames, as Id3v2SurvivesSave says too.
-    bool SurvivesSave() const { return survives_; }
+    bool SurvivesSave();
 
     // Notes what the frames hold, before the tag is changed.
     void Remember(TagLib::ID3v2::Tag& tag);
@@ -43,10 +50,15 @@ private:
         TagLib::ByteVector Rendered; // by the library, before a change
     };
 
+    bool MayHaveBracketedGenre() const;
+    // Goes over all bytes, unless that is done.
+    void LookAtBytes();
     void Walk(TagLib::ID3v2::Tag& tag, const TagLib::ByteVector& content);
     const SourceFrame* SourceOf(TagLib::ID3v2::Frame* frame,
                                 const TagLib::ByteVector& rendered) const;
 
+    TagLib::ID3v2::Tag* tag_ = nullptr; // null once its bytes are looked at
+    BytesOf bytesOf_;
     bool survives_ = true;
     int version_ = 0; // in the file; 0 if there is no tag
     unsigned end_ = 0;
@@ -57,15 +69,17 @@ private:
 // all chunks of that name, so there must not be a second one.
 template <typename ChunkedFile>
 Id3v2Source Id3v2SourceInChunks(TagLib::ID3v2::Tag* tag, ChunkedFile& file) {
-    TagLib::ByteVector bytes;
-    int chunks = 0;
-    for (unsigned index = 0; index < file.chunkCount(); ++index) {
-        if (file.chunkName(index) == "ID3 " || file.chunkName(index) == "id3 ") {
-            bytes = file.chunkData(index);
-            ++chunks;
+    return Id3v2Source(tag, [&file](unsigned at, unsigned count) {
+        TagLib::ByteVector bytes;
+        int chunks = 0;
+        for (unsigned index = 0; index < file.chunkCount(); ++index) {
+            if (file.chunkName(index) == "ID3 " || file.chunkName(index) == "id3 ") {
+                bytes = file.chunkData(index);
+                ++chunks;
+            }
         }
-    }
-    return Id3v2Source(tag, chunks == 1 ? bytes : TagLib::ByteVector());
+        return chunks == 1 ? bytes.mid(at, count) : TagLib::ByteVector();
+    });
 }
 
 } // namespace tagmap

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 namespace tagmap {
 namespace {
 
@@ -36,6 +38,27 @@ std::string SavedGenre(const std::string& tag, int version) {
 std::string WithTagFlags(std::string tag, char flags) {
     tag[5] = flags;
     return tag;
+}
+
+// What is asked for of a tag that is only read, and then of one that is to be saved.
+struct BytesAsked {
+    unsigned ForReading = 0;
+    unsigned ForSaving = 0;
+};
+BytesAsked AskedOf(const std::string& tag) {
+    TagInFile file(tag);
+    unsigned asked = 0;
+    Id3v2Source source(&file.Tag(), [&](unsigned at, unsigned count) {
+        const TagLib::ByteVector bytes = BytesOf(tag).mid(at, count);
+        asked += bytes.size();
+        return bytes;
+    });
+    BytesAsked all;
+    all.ForReading = std::exchange(asked, 0);
+    EXPECT_TRUE(source.SurvivesSave());
+    EXPECT_TRUE(source.SurvivesSave());
+    all.ForSaving = asked;
+    return all;
 }
 
 const RawFrame Title = {"TIT2", Latin1Text("t")};
@@ -144,6 +167,26 @@ TEST(Id3v2Source, GenreNumbersInBracketsAreReadAsBefore) {
     EXPECT_EQ(GenreOf(TagBytes(3, {{"TCON", Latin1Text("(17)Own")}})), L"Rock\rOwn");
     EXPECT_EQ(GenreOf(TagBytes(3, {{"TCON", Latin1Text("(RX)")}})), L"Remix");
     EXPECT_EQ(GenreOf(TagBytes(3, {{"TCON", Latin1Text("(half")}})), L"(half");
+}
+
+TEST(Id3v2Source, AllBytesAreAskedForOnceATagIsToBeSaved) {
+    const std::string tag = TagBytes(3, {Title, Artist});
+    EXPECT_EQ(AskedOf(tag).ForReading, 0U);
+    EXPECT_EQ(AskedOf(tag).ForSaving, tag.size());
+}
+
+TEST(Id3v2Source, AGenreWithoutBracketsIsAllThatAReadAsksFor) {
+    const std::string genre = Latin1Text("Rock");
+    const std::string tag = TagBytes(4, {Title, {"TCON", genre}, Artist});
+    EXPECT_EQ(AskedOf(tag).ForReading, genre.size());
+    EXPECT_EQ(AskedOf(tag).ForSaving, tag.size());
+}
+
+TEST(Id3v2Source, AGenreWithBracketsHasAllBytesLookedAtOnce) {
+    const std::string genre = Latin1Text("(Live)Rock");
+    const std::string tag = TagBytes(4, {Title, {"TCON", genre}, Artist});
+    EXPECT_EQ(AskedOf(tag).ForReading, genre.size() + tag.size());
+    EXPECT_EQ(AskedOf(tag).ForSaving, 0U);
 }
 
 } // namespace tagmap
