@@ -88,7 +88,11 @@ public:
 
     void Set(clTagRecord& changes, Refusals& refused) override {
         clTagRecord accepted;
-        SetApe(*file_.APETag(true), changes, refused);
+        TagLib::APE::Tag& first = *file_.APETag(true);
+        if (!file_.hasAPETag())
+            FillNewTag(*this,
+                       [&](clTagRecord& shown, Refusals& none) { SetApe(first, shown, none); });
+        SetApe(first, changes, refused);
         TakeAccepted(changes, refused, accepted);
         if (file_.hasID3v1Tag())
             SetId3v1(*file_.ID3v1Tag(), accepted);

@@ -41,6 +41,10 @@ public:
     void Set(clTagRecord& changes, Refusals& refused) override {
         TagLib::ID3v2::Tag& first = *file_.ID3v2Tag(true);
         source_.Remember(first);
+        if (!file_.hasID3v2Tag())
+            FillNewTag(*this, [&](clTagRecord& shown, Refusals& none) {
+                SetId3v2(first, shown, version_, none);
+            });
         clTagRecord before;
         clTagRecord accepted;
         ReadId3v2(first, before);
@@ -119,6 +123,10 @@ public:
     void Set(clTagRecord& changes, Refusals& refused) override {
         clTagRecord accepted;
         source_.Remember(*file_.tag());
+        if (!file_.hasID3v2Tag())
+            FillNewTag(*this, [&](clTagRecord& shown, Refusals& none) {
+                SetId3v2(*file_.tag(), shown, version_, none);
+            });
         SetId3v2(*file_.tag(), changes, version_, refused);
         TakeAccepted(changes, refused, accepted);
         SetAiffTexts(file_, accepted);
@@ -155,8 +163,13 @@ public:
 
     void Set(clTagRecord& changes, Refusals& refused) override {
         clTagRecord accepted;
-        source_.Remember(*file_.ID3v2Tag(true));
-        SetId3v2(*file_.ID3v2Tag(true), changes, version_, refused);
+        TagLib::ID3v2::Tag& first = *file_.ID3v2Tag(true);
+        source_.Remember(first);
+        if (!file_.hasID3v2Tag())
+            FillNewTag(*this, [&](clTagRecord& shown, Refusals& none) {
+                SetId3v2(first, shown, version_, none);
+            });
+        SetId3v2(first, changes, version_, refused);
         TakeAccepted(changes, refused, accepted);
         if (file_.hasID3v1Tag())
             SetId3v1(*file_.ID3v1Tag(), accepted);

@@ -49,9 +49,9 @@ public:
     static bool IsUnsynchronised(const Frame& frame) {
         return HeaderOf(frame)->unsynchronisation();
     }
-    // Its fields are compressed, or stand behind their length.
-    static bool IsPacked(const Frame& frame) {
-        return HeaderOf(frame)->compression() || HeaderOf(frame)->dataLengthIndicator();
+    static bool IsCompressed(const Frame& frame) { return HeaderOf(frame)->compression(); }
+    static bool HasLengthInFront(const Frame& frame) {
+        return HeaderOf(frame)->dataLengthIndicator();
     }
     // The format's wish that a program that doesn't know the frame drops it,
     // and the library's mark for what it won't write.

@@ -90,12 +90,15 @@ void RestoreGenres(TextFrame& frame, const ByteVector& fields) {
 }
 
 // What follows a frame's header, without the bytes that unsynchronisation put
-// in. In 2.4 it is done frame by frame.
+// in, and without the length that may stand in front, which some writers get
+// wrong. In 2.4 both are matters of single frames.
 ByteVector FieldsOf(const Header& header, const Frame& frame, const ByteVector& bytes) {
+    const ByteVector fields =
+        FrameAccess::HasLengthInFront(frame) ? bytes.mid(sizeof(uint32_t)) : bytes;
     const bool isUnsynchronised =
         header.majorVersion() >= static_cast<unsigned>(Id3v2NewVersion) &&
         (header.unsynchronisation() || FrameAccess::IsUnsynchronised(frame));
-    return isUnsynchronised ? SynchData::decode(bytes) : bytes;
+    return isUnsynchronised ? SynchData::decode(fields) : fields;
 }
 
 // Nothing but padding, or less than a frame, follows the last frame.
@@ -189,13 +192,14 @@ void Id3v2Source::Walk(Tag& tag, const ByteVector& content) {
     end_ = ExtendedHeaderSize(header, content);
     for (Frame* frame : FramesOf(tag)) {
         const unsigned size = frame->size();
-        if (!FrameAccess::IsPacked(*frame)) {
+        if (!FrameAccess::IsCompressed(*frame)) {
             const ByteVector fields = content.mid(end_ + headerSize, size);
-            frames_.push_back({frame, content.mid(end_, FrameIdSize),
-                               FieldsOf(header, *frame, fields), ByteVector()});
+            const SourceFrame source = {content.mid(end_, FrameIdSize),
+                                        FieldsOf(header, *frame, fields), ByteVector()};
+            frames_.emplace(frame, source);
             auto* text = dynamic_cast<TextFrame*>(frame);
             if (text && frame->frameID() == GenreFrame)
-                RestoreGenres(*text, frames_.back().Fields);
+                RestoreGenres(*text, source.Fields);
         }
         end_ += headerSize + size;
     }
@@ -205,17 +209,14 @@ void Id3v2Source::Remember(Tag& tag) {
     LookAtBytes();
     if (version_ != Id3v2VersionToWrite(&tag))
         return;
-    for (SourceFrame& source : frames_)
-        source.Rendered = source.Frame->render();
+    for (auto& [frame, source] : frames_)
+        source.Rendered = frame->render();
 }
 
 const Id3v2Source::SourceFrame* Id3v2Source::SourceOf(Frame* frame,
                                                       const ByteVector& rendered) const {
-    for (const SourceFrame& source : frames_) {
-        if (source.Frame == frame && source.Rendered == rendered)
-            return &source;
-    }
-    return nullptr;
+    const auto found = frames_.find(frame);
+    return found != frames_.end() && found->second.Rendered == rendered ? &found->second : nullptr;
 }
 
 bool Id3v2Source::PrepareSave(Tag& tag, int version) {

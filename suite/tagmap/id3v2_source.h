@@ -4,7 +4,7 @@
 #include <tfile.h>
 
 #include <functional>
-#include <vector>
+#include <unordered_map>
 
 namespace tagmap {
 
@@ -44,7 +44,6 @@ public:
 
 private:
     struct SourceFrame {
-        TagLib::ID3v2::Frame* Frame;
         TagLib::ByteVector Id;
         TagLib::ByteVector Fields;
         TagLib::ByteVector Rendered; // by the library, before a change
@@ -62,7 +61,7 @@ private:
     bool survives_ = true;
     int version_ = 0; // in the file; 0 if there is no tag
     unsigned end_ = 0;
-    std::vector<SourceFrame> frames_;
+    std::unordered_map<TagLib::ID3v2::Frame*, SourceFrame> frames_;
 };
 
 // The same for a RIFF or AIFF file, whose tag stands in a chunk. A save removes

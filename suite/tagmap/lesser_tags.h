@@ -2,6 +2,7 @@
 
 #include "codec/tag_record.h"
 #include "foundation/nlists.h"
+#include "suite/tagmap/format_tags.h"
 #include "suite/tagmap/tag_values.h"
 
 // Files with tags of several kinds: one counts first, and the lesser ones are
@@ -76,6 +77,17 @@ void TakeOverPictures(clTagRecord& first, clTagRecord& changes, Reader read, Tag
     CopyPictures(lesser, pictures);
     set(pictures);
     CopyPictures(lesser, first);
+}
+
+// Before a tag that counts first is made for a file that has lesser ones alone:
+// it gets, by `set`, all that the file shows. Programs that know the new tag look
+// at no other.
+template <typename Setter>
+void FillNewTag(FormatTags& file, Setter set) {
+    clTagRecord shown;
+    Refusals none;
+    file.Read(shown);
+    set(shown, none);
 }
 
 } // namespace tagmap

@@ -38,27 +38,13 @@ int64_t EndOf(const Atom& box) {
     return int64_t{box.offset} + box.length;
 }
 
-// The movie, and down to the item list as far as the boxes are there.
-bool WayToTheListFits(TagLib::MP4::File& file, Atom& movie) {
-    Atom* const way[] = {&movie, movie.find("udta"), movie.find("udta", "meta"),
-                         movie.find("udta", "meta", "ilst")};
-    int64_t end = file.length();
-    for (const Atom* box : way) {
-        if (!box)
-            break;
-        if (StoredSize(file, *box) == UpToTheFilesEnd || EndOf(*box) > end)
-            return false;
-        end = EndOf(*box);
-    }
-    return true;
-}
-
-// The list's neighbours, which a save uses as room.
-bool FillersFit(Atom& movie) {
-    const Atom* meta = movie.find("udta", "meta");
-    return !meta || std::all_of(meta->children.begin(), meta->children.end(), [&](const Atom* box) {
-        return box->name != "free" || EndOf(*box) <= EndOf(*meta);
-    });
+// The box and all within it. Of one that reaches further than what is around it,
+// or up to the file's end, the library hides what follows: a zero at the end of
+// user data, which QuickTime writes, is such a box.
+bool BoxFits(TagLib::MP4::File& file, const Atom& box, int64_t end) {
+    return StoredSize(file, box) != UpToTheFilesEnd && EndOf(box) <= end &&
+           std::all_of(box.children.begin(), box.children.end(),
+                       [&](const Atom* child) { return BoxFits(file, *child, EndOf(box)); });
 }
 
 // A new list goes right behind the short head of the user data, or of the movie.
@@ -85,7 +71,7 @@ bool Mp4BoxesFit(TagLib::MP4::File& file) {
     if (movies != 1 || HoldsOtherPlaces(boxes))
         return false;
     Atom& movie = *boxes.find("moov");
-    return WayToTheListFits(file, movie) && FillersFit(movie) && ListHasAPlace(file, movie) &&
+    return BoxFits(file, movie, file.length()) && ListHasAPlace(file, movie) &&
            TablesFit(file, movie, "stco", sizeof(uint32_t)) &&
            TablesFit(file, movie, "co64", sizeof(uint64_t));
 }

@@ -43,7 +43,12 @@ public:
         source_.Remember(*file_.ID3v2Tag());
         if (!usesId3_ && !usesInfo_)
             usesId3_ = usesInfo_ = true;
-        usesId3_ = usesId3_ || NeedsChunk(others);
+        if (!usesId3_ && NeedsChunk(others)) {
+            FillNewTag(*this, [&](clTagRecord& shown, Refusals& none) {
+                SetId3v2(*file_.ID3v2Tag(), shown, version_, none);
+            });
+            usesId3_ = true;
+        }
         if (usesId3_)
             SetChunk(others, refused);
         else

@@ -172,6 +172,42 @@ TEST_F(Id3v2FileTags, ANewTagIsOfTheVersionThatAllPlayersRead) {
     }
 }
 
+TEST_F(Id3v2FileTags, ANewTagGetsAllThatTheOthersShow) {
+    const std::string old = "TAG" + std::string("Title") + std::string(25, '\0') + "Artist" +
+                            std::string(24, '\0') + std::string(30, '\0') + "2004" +
+                            std::string(30, '\0') + '\x11';
+    for (const char* sample : {"sample.mp3", "sample.tta"}) {
+        Make(L"old", WithTag(sample, "") + old);
+        ASSERT_EQ(SetTitle(), Outcome::Done);
+        EXPECT_EQ(FramesIn(Tag(), "TIT2"), Utf16Text(L"x")) << sample;
+        EXPECT_EQ(FramesIn(Tag(), "TPE1"), Utf16Text(L"Artist")) << sample;
+        EXPECT_EQ(FramesIn(Tag(), "TYER"), Latin1Text("2004")) << sample;
+        EXPECT_EQ(FramesIn(Tag(), "TCON"), Latin1Text("Rock")) << sample;
+    }
+    Make(L"old.mp3", WithTag("sample.mp3", "") + ApeTag("-front-", "-back-"));
+    ASSERT_EQ(SetTitle(), Outcome::Done);
+    EXPECT_NE(FramesIn(Tag(), "APIC").find("-front-"), std::string::npos);
+    EXPECT_NE(FramesIn(Tag(), "APIC").find("-back-"), std::string::npos);
+    // Here the new tag is of the other kind.
+    Make(L"old.wv", SampleBytes("sample.wv"));
+    ASSERT_EQ(DeleteTags(path_.c_str(), NStringList()), Outcome::Done);
+    Make(L"old.wv", Content() + old);
+    ASSERT_EQ(SetTitle(), Outcome::Done);
+    const std::string ape = ApePart(Content());
+    EXPECT_NE(ape.substr(0, ape.size() - 128).find("Artist"), std::string::npos);
+}
+
+TEST_F(Id3v2FileTags, AFrameWithAWrongLengthInFrontStaysWhole) {
+    const std::string content(20000, 'p');
+    // In plain bits; read as synch-safe it is less.
+    const std::string fields = BigEndian(20000, PlainBits) + "owner" + content;
+    std::string tag = TagBytes(4, {{"PRIV", fields}, Artist});
+    tag[10 + 9] = 1; // the flag of the first frame
+    Make(L"length.mp3", WithTag("sample.mp3", tag));
+    ASSERT_EQ(SetTitle(), Outcome::Done);
+    EXPECT_EQ(FramesIn(Tag(), "PRIV"), "owner" + content);
+}
+
 TEST_F(Id3v2FileTags, TagsOfOtherKindsAreNotMade) {
     Make(L"plain.mp3", WithTag("sample.mp3", ""));
     ASSERT_EQ(SetTitle(), Outcome::Done);

@@ -145,6 +145,24 @@ TEST(Mp4Boxes, ASecondMovieIsRefused) {
 }
 
 // The place behind it overflows 32 bits, and was taken for the file's start.
+// The zero that may end user data stands for a box up to the file's end.
+TEST(Mp4Boxes, WhatStandsBehindAZeroInUserDataIsNotPutAtRisk) {
+    const std::string zero(4, '\0');
+    const std::string list = Metadata(Box("ilst", ""));
+    const std::string track = Box("trak", Box("tkhd", std::string(84, '\0')));
+    ExpectRefused(FileOf(Box("moov", Box("mvhd", std::string(100, '\0')) +
+                                         Box("udta", list + zero + zero) + track)));
+    ExpectRefused(FileOf(Box("moov", Box("mvhd", std::string(100, '\0')) +
+                                         Box("trak", Box("udta", Box("name", "x") + zero + zero)) +
+                                         Box("udta", list))));
+}
+
+TEST(Mp4Boxes, ABoxBesideTheListThatReachesTooFarIsRefused) {
+    const std::string tooLong = BigEndian(4000) + "name" + "x";
+    ExpectRefused(FileOf(Box("moov", Box("mvhd", std::string(100, '\0')) +
+                                         Box("udta", Metadata(Box("ilst", "")) + tooLong))));
+}
+
 TEST(Mp4Boxes, ASizeUpToTheLargestNumberEndsTheReading) {
     TestFolder folder;
     for (const char* box : {"moov", "mdat", "free", "trak", "ilst"}) {

@@ -120,6 +120,16 @@ TEST(WavFileTags, WhatAListCannotHoldMakesAChunk) {
     EXPECT_TRUE(file.Contains(Info({{"INAM", "new"}})));
 }
 
+TEST(WavFileTags, AChunkThatIsMadeGetsAllThatTheListShows) {
+    FileToSave file(WavWith(Info({{"IART", "artist"}, {"ISBJ", "subject"}})));
+    ASSERT_EQ(file.Set(L"mood", L"calm"), Outcome::Done);
+    const std::string content = file.Content();
+    const size_t chunk = content.find("ID3 ");
+    ASSERT_NE(chunk, std::string::npos);
+    EXPECT_NE(content.find("TPE1", chunk), std::string::npos);
+    EXPECT_TRUE(file.Contains(Info({{"IART", "artist"}, {"ISBJ", "subject"}})));
+}
+
 TEST(WavFileTags, WhatNeitherHoldsMakesNoChunk) {
     FileToSave file(WavWith(Info({{"INAM", "old"}})));
     clTagRecord changes;
