@@ -419,6 +419,7 @@ set(decoder_tests_windows
     tests/decoder/samples_test.cpp
     tests/decoder/xing_header_test.cpp
     tests/querytrackdata/test_files.cpp
+    tests/shell/counted_allocations.cpp
     tests/shell/portable_executable.cpp)
 set(shellhost_tests_windows
     tests/shellhost/commands_test.cpp
