@@ -94,7 +94,7 @@ public:
     bool leftDown = false; // the mouse button that went down over it is held
     bool rightDown = false;
     bool keyDown = false;       // also while the menu is open
-    NButton* partner = nullptr; // shares the hover look with this one
+    NButton* partner = nullptr; // shares the hover look with this one; set after Add
     int64_t userValue = 0;      // the owner's
     int32_t flags = 0;
     int32_t menuId = 0;
