@@ -346,7 +346,9 @@ set(shell_tests_windows
     tests/shell/module_test.cpp
     tests/shell/portable_executable.cpp
     tests/shell/private_classes_root.cpp
+    tests/shell/property_sheet_test.cpp
     tests/shell/registration_test.cpp
+    tests/shell/sheet_calls.cpp
     tests/shell/shell_object_test.cpp
     tests/shell/type_info_test.cpp
     tests/shell/unloading_test.cpp)

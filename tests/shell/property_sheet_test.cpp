@@ -1,0 +1,224 @@
+#include "foundation/com_owners.h"
+#include "shell/property_sheet.h"
+#include "shell/shell_object.h"
+#include "tests/shell/counted_allocations.h"
+#include "tests/shell/page_hand_over.h"
+#include "tests/support/nstring_printer.h"
+
+#include <cstddef>
+
+TEST_F(PageHandOver, DescribesThePageToThePlatform) {
+    Select({L"C:\\song.mp3"});
+    PageTaker taker;
+    Offer(taker);
+    ASSERT_EQ(SheetCalls::Made().size(), 1u);
+    const PROPSHEETPAGEW& page = SheetCalls::Made()[0];
+    EXPECT_EQ(page.dwSize, 88u);
+    EXPECT_EQ(page.dwFlags, 204u);
+    EXPECT_EQ(page.hInstance, module_.Handle());
+    EXPECT_EQ(page.pszTemplate, MAKEINTRESOURCEW(206));
+    EXPECT_EQ(page.pszIcon, MAKEINTRESOURCEW(213));
+    EXPECT_STREQ(page.pszTitle, L"Audio Properties");
+    EXPECT_EQ(page.pfnDlgProc, AudioPageProc);
+    EXPECT_EQ(page.pfnCallback, AudioPageCallback);
+    EXPECT_EQ(page.pcRefParent, &audioPageReferences);
+    EXPECT_EQ(page.pszHeaderTitle, nullptr);
+    EXPECT_EQ(page.pszHeaderSubTitle, nullptr);
+    EXPECT_EQ(taker.calls, 1);
+}
+
+TEST_F(PageHandOver, AnEmptySelectionOffersNothing) {
+    PageTaker taker;
+    Offer(taker);
+    EXPECT_EQ(taker.calls, 0);
+    EXPECT_TRUE(SheetCalls::Made().empty());
+}
+
+TEST_F(PageHandOver, ThePageHasAllPathsSortedWithoutRegardToCase) {
+    selection_.Add(L"C:\\b.mp3", 1);
+    selection_.Add(L"C:\\C.mp3", 2);
+    selection_.Add(L"C:\\a.mp3", 3);
+    selection_.Add(L"C:\\b.mp3", 4);
+    PageTaker taker;
+    Offer(taker);
+    ASSERT_EQ(PageMade().Count, 4);
+    EXPECT_EQ(*PageMade()[0], L"C:\\a.mp3");
+    EXPECT_EQ(*PageMade()[1], L"C:\\b.mp3");
+    EXPECT_EQ(*PageMade()[2], L"C:\\b.mp3");
+    EXPECT_EQ(*PageMade()[3], L"C:\\C.mp3");
+    EXPECT_EQ(PageMade()[0]->Value, 3);
+    EXPECT_EQ(PageMade()[1]->Value + PageMade()[2]->Value, 5);
+    EXPECT_EQ(PageMade()[3]->Value, 2);
+    // The shell's own list keeps its order.
+    EXPECT_EQ(*selection_[0], L"C:\\b.mp3");
+}
+
+TEST_F(PageHandOver, FilesThatDifferInCaseAloneStandNextToEachOther) {
+    Select({L"C:\\Song.mp3", L"C:\\z.mp3", L"C:\\a.mp3", L"C:\\song.mp3"});
+    PageTaker taker;
+    Offer(taker);
+    ASSERT_EQ(PageMade().Count, 4);
+    EXPECT_EQ(PageMade()[1]->Compare(L"C:\\song.mp3", 0, true), 0);
+    EXPECT_EQ(PageMade()[2]->Compare(L"C:\\song.mp3", 0, true), 0);
+    EXPECT_NE(*PageMade()[1], *PageMade()[2]);
+}
+
+TEST_F(PageHandOver, ThePageOutlivesTheShellsList) {
+    Select({L"C:\\song.mp3"});
+    PageTaker taker;
+    Offer(taker);
+    selection_.Clear();
+    EXPECT_EQ(*PageMade()[0], L"C:\\song.mp3");
+}
+
+TEST_F(PageHandOver, APageThatIsRefusedIsFreed) {
+    Select({L"C:\\song.mp3"});
+    PageTaker taker;
+    taker.refuses = true;
+    AddPropertyPages(selection_, PageTaker::Take, Parameter);
+    SheetCalls::StartAnew();
+    const std::ptrdiff_t before = LiveAllocations();
+    AddPropertyPages(selection_, PageTaker::Take, Parameter);
+    EXPECT_EQ(SheetCalls::Destroyed(), 1);
+    SheetCalls::StartAnew();
+    EXPECT_EQ(LiveAllocations(), before);
+}
+
+// Nobody will ever free it: wanted.
+TEST_F(PageHandOver, APageThatThePlatformCanNotMakeStays) {
+    Select({L"C:\\song.mp3"});
+    SheetCalls::MakeNoMore();
+    PageTaker taker;
+    Offer(taker);
+    EXPECT_EQ(taker.calls, 0);
+    EXPECT_EQ(SheetCalls::Destroyed(), 0);
+    ASSERT_EQ(SheetCalls::Made().size(), 1u);
+    EXPECT_EQ(*PageMade()[0], L"C:\\song.mp3");
+    delete &PageMade();
+}
+
+TEST_F(PageHandOver, TheShellObjectOffersItsSelection) {
+    ComPtr<ComObject<CtNWIShell>> shell;
+    shell.Reset(new ComObject<CtNWIShell>());
+    shell->AddRef();
+    PageTaker taker;
+    EXPECT_EQ(shell->AddPages(PageTaker::Take, Parameter), S_OK);
+    EXPECT_EQ(taker.calls, 0);
+    shell->m_Selection.Add(L"C:\\song.mp3");
+    EXPECT_EQ(shell->AddPages(PageTaker::Take, Parameter), S_OK);
+    EXPECT_EQ(taker.calls, 1);
+    EXPECT_EQ(*PageMade()[0], L"C:\\song.mp3");
+    SheetCalls::MakeNoMore();
+    EXPECT_EQ(shell->AddPages(PageTaker::Take, Parameter), S_OK);
+    delete reinterpret_cast<clAudioPropPage*>(SheetCalls::Made().back().lParam);
+}
+
+// The two procedures.
+
+TEST_F(PageHandOver, TheCallbackFreesThePageAtItsReleaseAlone) {
+    PROPSHEETPAGEW page = {};
+    const std::ptrdiff_t before = LiveAllocations();
+    auto* object = new clAudioPropPage;
+    page.lParam = reinterpret_cast<LPARAM>(object);
+    const std::ptrdiff_t with = LiveAllocations();
+    for (UINT message : {UINT{PSPCB_ADDREF}, UINT{PSPCB_CREATE}}) {
+        EXPECT_EQ(AudioPageCallback(nullptr, message, &page), 1u);
+        EXPECT_EQ(LiveAllocations(), with);
+    }
+    EXPECT_EQ(AudioPageCallback(nullptr, PSPCB_RELEASE, &page), 1u);
+    EXPECT_EQ(LiveAllocations(), before);
+    page.lParam = 0;
+    EXPECT_EQ(AudioPageCallback(nullptr, PSPCB_RELEASE, &page), 1u);
+}
+
+TEST_F(PageHandOver, TheCallbackTakesThePageFromItsWindow) {
+    const UniqueHandle<SheetWindowTraits> window(
+        CreateWindowExW(0, L"STATIC", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr));
+    SetWindowLongPtrW(window.Get(), GWLP_USERDATA, 4711);
+    PROPSHEETPAGEW page = {};
+    AudioPageCallback(window.Get(), PSPCB_CREATE, &page);
+    EXPECT_EQ(GetWindowLongPtrW(window.Get(), GWLP_USERDATA), 4711);
+    AudioPageCallback(window.Get(), PSPCB_RELEASE, &page);
+    EXPECT_EQ(GetWindowLongPtrW(window.Get(), GWLP_USERDATA), 0);
+}
+
+TEST_F(PageHandOver, ThePagesGroundIsTheWindowColour) {
+    const UniqueHandle<SheetWindowTraits> window(
+        CreateWindowExW(0, L"STATIC", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr));
+    const auto brush = reinterpret_cast<INT_PTR>(GetSysColorBrush(COLOR_WINDOW));
+    EXPECT_EQ(AudioPageProc(window.Get(), WM_CTLCOLORDLG, 0, 0), brush);
+    EXPECT_EQ(AudioPageProc(window.Get(), WM_CTLCOLORSTATIC, 0, 0), brush);
+    EXPECT_EQ(AudioPageProc(window.Get(), WM_CTLCOLOREDIT, 0, 0), 0);
+    EXPECT_EQ(AudioPageProc(window.Get(), WM_PAINT, 0, 0), 0);
+}
+
+TEST_F(PageHandOver, AMessageThatThePageHandledLeavesItsResult) {
+    Select({L"C:\\song.none"});
+    PageTaker taker;
+    Offer(taker);
+    Sheet sheet(taker.GiveUp());
+    ASSERT_EQ(PageMade().Hwnd, sheet.Page());
+    EXPECT_EQ(GetWindowLongPtrW(sheet.Page(), GWLP_USERDATA),
+              reinterpret_cast<LONG_PTR>(&PageMade()));
+    DRAWITEMSTRUCT item = {};
+    item.hwndItem = PageMade().cmdOptMenu.window;
+    SetWindowLongPtrW(sheet.Page(), DWLP_MSGRESULT, 4711);
+    EXPECT_EQ(AudioPageProc(sheet.Page(), WM_DRAWITEM, 0, reinterpret_cast<LPARAM>(&item)), 1);
+    EXPECT_EQ(GetWindowLongPtrW(sheet.Page(), DWLP_MSGRESULT), 1);
+    SetWindowLongPtrW(sheet.Page(), DWLP_MSGRESULT, 4711);
+    EXPECT_EQ(AudioPageProc(sheet.Page(), WM_PAINT, 0, 0), 1);
+    EXPECT_EQ(GetWindowLongPtrW(sheet.Page(), DWLP_MSGRESULT), 0);
+    SetWindowLongPtrW(sheet.Page(), DWLP_MSGRESULT, 4711);
+    EXPECT_EQ(AudioPageProc(sheet.Page(), WM_LBUTTONUP, 0, 0), 0);
+    EXPECT_EQ(GetWindowLongPtrW(sheet.Page(), DWLP_MSGRESULT), 4711);
+}
+
+// In a sheet of the platform.
+
+TEST_F(PageHandOver, ShowsWhatTheModulesDecoderSays) {
+    SelectSample();
+    PageTaker taker;
+    Offer(taker);
+    Sheet sheet(taker.GiveUp());
+    clAudioPropPage& page = PageMade();
+    ASSERT_EQ(WaitForSingleObject(page.Reader.handle, LongestMs), WAIT_OBJECT_0);
+    SendMessageW(page.Hwnd, WM_TIMER, 1, 0);
+    ASSERT_EQ(page.PageRowsOne.Count(), 23);
+    EXPECT_EQ(page.AlbumArtList.Count(), 1);
+    EXPECT_TRUE(sheet.Pump());
+    EXPECT_TRUE(IsWindowVisible(page.Hwnd));
+    EXPECT_TRUE(IsWindowEnabled(page.cmdOptMenu.window));
+}
+
+TEST_F(PageHandOver, ItsOwnTimerShowsThePage) {
+    Select({L"C:\\song.none"});
+    PageTaker taker;
+    Offer(taker);
+    Sheet sheet(taker.GiveUp());
+    clAudioPropPage& page = PageMade();
+    while (!page.ReadingDone) {
+        ASSERT_EQ(MsgWaitForMultipleObjects(0, nullptr, FALSE, LongestMs, QS_ALLINPUT),
+                  WAIT_OBJECT_0);
+        ASSERT_TRUE(sheet.Pump());
+    }
+    EXPECT_TRUE(IsWindowEnabled(page.cmdOptMenu.window));
+}
+
+TEST_F(PageHandOver, APageThatWasNeverShownIsFreed) {
+    Select({L"C:\\song.mp3"});
+    std::ptrdiff_t before = 0;
+    // In the first round the platform makes what it makes once.
+    for (int round = 0; round < 2; ++round) {
+        SheetCalls::StartAnew();
+        before = LiveAllocations();
+        PageTaker taker;
+        Offer(taker);
+        const clAudioPropPage& page = PageMade();
+        Sheet sheet({PlainPage(), taker.GiveUp().at(0)});
+        EXPECT_EQ(page.Hwnd, nullptr);
+        EXPECT_EQ(page.Reader.handle, nullptr);
+        sheet.Close();
+        SheetCalls::StartAnew();
+    }
+    EXPECT_EQ(LiveAllocations(), before);
+}
