@@ -352,6 +352,11 @@ set(shell_tests_windows
     tests/shell/shell_object_test.cpp
     tests/shell/type_info_test.cpp
     tests/shell/unloading_test.cpp)
+set(shell_leaks_tests_windows
+    tests/shell/counted_allocations.cpp
+    tests/shell/loaded_module.cpp
+    tests/shell/property_sheet_leaks_test.cpp
+    tests/shell/sheet_calls.cpp)
 set(shell_registration_tests_windows
     tests/shell/fake_data_object.cpp
     tests/shell/installed_module_test.cpp
@@ -436,6 +441,7 @@ set(shellhost_tests_windows
     tests/shellhost/module_host_test.cpp
     tests/shellhost/page_commands_test.cpp
     tests/shellhost/program_test.cpp
+    tests/shellhost/properties_command_test.cpp
     tests/shellhost/tag_check_test.cpp
     tests/shellhost/tag_reading_test.cpp
     tests/shellhost/tag_text_test.cpp)
@@ -448,7 +454,7 @@ foreach(list IN ITEMS
         test_support_windows native_support foundation_tests_portable foundation_tests_windows
         codec_tests_portable codec_tests_windows toolkit_tests_windows
         audiopage_tests_windows tagpage_tests_windows shell_tests_windows decoder_tests_windows
-        shell_registration_tests_windows tagmap_tests_windows
+        shell_leaks_tests_windows shell_registration_tests_windows tagmap_tests_windows
         querytrackdata_tests_windows shellhost_tests_windows)
     list(TRANSFORM ${list} PREPEND ${CMAKE_CURRENT_LIST_DIR}/../)
 endforeach()

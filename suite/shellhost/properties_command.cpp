@@ -19,7 +19,7 @@ struct PropertiesRequest {
 
 void Parse(const Arguments& arguments, PropertiesRequest& request) {
     int files = arguments.count;
-    if (files > PictureWords && wcscmp(arguments[files - PictureWords], PictureOption) == 0) {
+    if (files >= PictureWords && wcscmp(arguments[files - PictureWords], PictureOption) == 0) {
         request.picture = FullPath(arguments[files - 1]);
         files -= PictureWords;
     }
@@ -48,6 +48,10 @@ int ShowPages(IShellPropSheetExt& extension, const PropertiesRequest& request) {
 int RunPropertiesCommand(ModuleHost& module, const Arguments& arguments) {
     PropertiesRequest request;
     Parse(arguments, request);
+    if (request.paths.Count == 0) {
+        Console::Error(L"usage: shellhost properties FILE... [--picture PNG]");
+        return ExitUsage;
+    }
     ComPtr<IShellPropSheetExt> extension;
     if (!module.Select(request.paths) ||
         !module.GetInterface(IID_IShellPropSheetExt, extension.PutVoid())) {
