@@ -297,10 +297,19 @@ set(toolkit_tests_windows
     tests/toolkit/nicon_test.cpp
     tests/toolkit/nsubclassctrl_test.cpp
     tests/toolkit/nthread_test.cpp
+    tests/toolkit/ntooltip_mouse_test.cpp
+    tests/toolkit/ntooltip_test.cpp
+    tests/toolkit/nuserdllfade_test.cpp
     tests/toolkit/nwindow_helpers_test.cpp
     tests/toolkit/nwindow_test.cpp
     tests/toolkit/packed_coordinates_test.cpp
     tests/toolkit/picture_decoding_test.cpp
+    tests/toolkit/tip_fade_test.cpp
+    tests/toolkit/tip_item_test.cpp
+    tests/toolkit/tip_placement_test.cpp
+    tests/toolkit/tip_platform_test.cpp
+    tests/toolkit/tip_text_scene_test.cpp
+    tests/toolkit/tip_thread_test.cpp
     tests/toolkit/watched_calls.cpp)
 
 set(audiopage_tests_windows

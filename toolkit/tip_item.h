@@ -17,7 +17,8 @@ struct NToolTipItem {
     int32_t y = 0;
     NString text; // empty makes it an icon
     // Runs on the thread of the tips, with their lock held. It must not set or
-    // clear a tip. Null closes the tip.
+    // clear a tip, nor wait for an owner that does: it posts its message then.
+    // Null closes the tip.
     void (*onClick)(void* clickValue, NToolTipItem* item) = nullptr;
     void* clickValue = nullptr;
     COLORREF colour = TipItemColour;

@@ -1,5 +1,6 @@
 #include "foundation/unique_handle.h"
 #include "tests/support/leak_counters.h"
+#include "tests/toolkit/no_threads.h"
 #include "toolkit/nthread.h"
 
 #include <gtest/gtest.h>
@@ -12,37 +13,13 @@
 #include <string>
 #include <vector>
 
-// The linker has the start of every thread go through this pointer.
-extern "C" {
-using BeginThread = uintptr_t (*)(void*, unsigned, unsigned(__stdcall*)(void*), void*, unsigned,
-                                  unsigned*);
-extern BeginThread __real___imp__beginthreadex;
-extern BeginThread __wrap___imp__beginthreadex;
 BeginThread __wrap___imp__beginthreadex = [](void* security, unsigned stack,
                                              unsigned(__stdcall* entry)(void*), void* argument,
                                              unsigned flags, unsigned* id) {
     return __real___imp__beginthreadex(security, stack, entry, argument, flags, id);
 };
-}
 
 namespace {
-// While it lives no thread can be started; the attempt's answer is `answer`.
-class NoThreads {
-public:
-    explicit NoThreads(uintptr_t answer) {
-        answer_ = answer;
-        __wrap___imp__beginthreadex = [](void*, unsigned, unsigned(__stdcall*)(void*), void*,
-                                         unsigned, unsigned*) { return answer_; };
-    }
-    ~NoThreads() { __wrap___imp__beginthreadex = former_; }
-    NoThreads(const NoThreads&) = delete;
-    NoThreads& operator=(const NoThreads&) = delete;
-
-private:
-    inline static uintptr_t answer_;
-    BeginThread former_ = __wrap___imp__beginthreadex;
-};
-
 constexpr DWORD LongEnough = 30000; // for what must happen
 constexpr DWORD ShortWhile = 100;   // for what must not
 
