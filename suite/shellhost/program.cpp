@@ -35,7 +35,7 @@ void PrintUsage() {
     for (const Command& command : Commands()) {
         NString line(L"  ");
         line.Append(command.usage);
-        line.SetLength(line.CharCount() < 30 ? 30 : line.CharCount() + 1, L' ');
+        line.SetLength(line.CharCount() < 36 ? 36 : line.CharCount() + 1, L' ');
         line.Append(command.meaning);
         Console::Error(line);
     }
