@@ -16,17 +16,17 @@ constexpr COLORREF NameColour = 0xFF0000;
 // From BeginPaint to EndPaint.
 class PaintedWindow {
 public:
-    explicit PaintedWindow(HWND window) : window_(window), dc(BeginPaint(window, &paint_)) {}
+    explicit PaintedWindow(HWND window) : window_(window), dc_(BeginPaint(window, &paint_)) {}
     PaintedWindow(const PaintedWindow&) = delete;
     PaintedWindow& operator=(const PaintedWindow&) = delete;
     ~PaintedWindow() { EndPaint(window_, &paint_); }
 
+    HDC Dc() const { return dc_; }
+
 private:
     HWND window_;
     PAINTSTRUCT paint_ = {};
-
-public:
-    const HDC dc;
+    HDC dc_; // from `paint_`, so behind it
 };
 
 void DrawAt(NFont& font, POINT place, const NString& text, HWND page) {
@@ -51,12 +51,12 @@ NString ViewingFilesText(int32_t count) {
 } // namespace
 
 void clAudioPropPage::OnPaint() {
-    PaintedWindow painted(Hwnd);
+    const PaintedWindow painted(Hwnd);
     // 1.
     if (IsReading())
-        PaintReading(painted.dc);
+        PaintReading(painted.Dc());
     else
-        PaintView(painted.dc);
+        PaintView(painted.Dc());
 }
 
 void clAudioPropPage::PaintReading(HDC dc) {

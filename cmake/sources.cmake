@@ -330,7 +330,7 @@ set(audiopage_tests_windows
     tests/audiopage/size_rows_test.cpp
     tests/audiopage/technical_rows_test.cpp
     tests/audiopage/test_pictures.cpp
-    tests/audiopage/watched_timers.cpp
+    tests/audiopage/watched_calls.cpp
     tests/shell/private_classes_root.cpp
     tests/support/picture_compare_test.cpp)
 

@@ -7,12 +7,14 @@
 #include "tests/audiopage/page_fixture.h"
 #include "tests/audiopage/painted_canvas.h"
 #include "tests/audiopage/screen_resolution.h"
-#include "tests/audiopage/watched_timers.h"
+#include "tests/audiopage/watched_calls.h"
 #include "tests/support/clipboard_turn.h"
 #include "toolkit/device_contexts.h"
 #include "toolkit/nfont.h"
 
+#include <string>
 #include <thread>
+#include <vector>
 
 namespace {
 constexpr DWORD LongestMs = 60000;
@@ -414,6 +416,20 @@ TEST_F(AudioPage, LeavingTheViewOfOneReadsNothing) {
     SetRows(Page().PageRowsOne, {L"still there"});
     Click(Page().cmdViewSingle);
     EXPECT_EQ(Page().PageRowsOne.Count(), 1);
+}
+
+TEST_F(AudioPage, ShowsTheWaitCursorWhileItReadsOneFile) {
+    const std::vector<HCURSOR> waitAndArrow = {LoadCursorW(nullptr, IDC_WAIT),
+                                               LoadCursorW(nullptr, IDC_ARROW)};
+    AddFiles(2);
+    window_.OpenAndRead();
+    TakeShownCursors();
+    Click(Page().cmdViewSingle);
+    EXPECT_EQ(TakeShownCursors(), waitAndArrow);
+    Click(Page().cmdSkipNext);
+    EXPECT_EQ(TakeShownCursors(), waitAndArrow);
+    Click(Page().cmdViewSingle);
+    EXPECT_TRUE(TakeShownCursors().empty());
 }
 
 TEST_F(AudioPage, EachViewIsPaintedAnewAsAWhole) {

@@ -1,8 +1,10 @@
+#include "audiopage/rows_clipboard.h"
 #include "foundation/module_instance.h"
 #include "foundation/unique_handle.h"
 #include "resources/resource_ids.h"
 #include "tests/audiopage/page_fixture.h"
-#include "tests/audiopage/watched_timers.h"
+#include "tests/support/clipboard_turn.h"
+#include "toolkit/message_pump.h"
 
 namespace {
 struct ButtonCase {
@@ -154,6 +156,22 @@ TEST_F(PageButtons, TheMenuHasOneCommand) {
     GetMenuStringW(entries, 0, text, 50, MF_BYPOSITION);
     EXPECT_STREQ(text, L"Copy to Clipboard");
     EXPECT_EQ(GetMenuItemID(entries, 0), 32768u);
+}
+
+TEST_F(PageButtons, TheMenuOfThePressedButtonCopiesTheRows) {
+    const ClipboardTurn turn;
+    AddFiles(2);
+    window_.OpenAndRead();
+    const RECT place = window_.PlaceOf(Page().cmdOptMenu.window);
+    TestCursor::MoveTo(window_.Dialog(), place.left + 3, place.top + 3);
+    // The open menu takes the keys of its owner.
+    PostMessageW(window_.Dialog(), WM_KEYDOWN, VK_DOWN, 0);
+    PostMessageW(window_.Dialog(), WM_KEYDOWN, VK_RETURN, 0);
+    window_.Send(WM_LBUTTONDOWN);
+    bool quit = false;
+    EXPECT_TRUE(PumpPending(&quit, nullptr));
+    EXPECT_EQ(ClipboardTurn::WideText(), RowsAsText(Page().PageRowsAll).c_str());
+    EXPECT_FALSE(Page().cmdOptMenu.keyDown);
 }
 
 TEST_F(PageButtons, TheDialogHasNoControlsOfItsOwn) {

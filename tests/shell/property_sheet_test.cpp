@@ -173,6 +173,22 @@ TEST_F(PageHandOver, AMessageThatThePageHandledLeavesItsResult) {
     EXPECT_EQ(GetWindowLongPtrW(sheet.Page(), DWLP_MSGRESULT), 4711);
 }
 
+TEST_F(PageHandOver, NoExceptionLeavesTheDialogProcedure) {
+    SelectSample();
+    PageTaker taker;
+    Offer(taker);
+    Sheet sheet(taker.GiveUp());
+    clAudioPropPage& page = PageMade();
+    ASSERT_EQ(WaitForSingleObject(page.Reader.handle, LongestMs), WAIT_OBJECT_0);
+    {
+        const FailingAllocations none(0);
+        EXPECT_EQ(AudioPageProc(page.Hwnd, WM_TIMER, 1, 0), 0);
+    }
+    EXPECT_EQ(page.PageRowsOne.Count(), 0);
+    page.RefreshView();
+    EXPECT_EQ(page.PageRowsOne.Count(), 23);
+}
+
 // In a sheet of the platform.
 
 TEST_F(PageHandOver, ShowsWhatTheModulesDecoderSays) {

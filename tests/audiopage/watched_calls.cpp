@@ -1,0 +1,56 @@
+#include "tests/audiopage/watched_calls.h"
+
+#include <mutex>
+#include <utility>
+
+extern "C" {
+extern decltype(&::SetTimer) __real___imp_SetTimer;
+extern decltype(&::SetTimer) __wrap___imp_SetTimer;
+extern decltype(&::SetCursor) __real___imp_SetCursor;
+extern decltype(&::SetCursor) __wrap___imp_SetCursor;
+}
+
+namespace {
+using Timers = std::map<HWND, std::map<UINT_PTR, UINT>>;
+
+std::mutex callsLock;
+
+Timers& Known() {
+    static Timers timers;
+    return timers;
+}
+
+UINT_PTR WINAPI NotedSetTimer(HWND window, UINT_PTR id, UINT period, TIMERPROC procedure) {
+    {
+        std::lock_guard guard(callsLock);
+        Known()[window][id] = period;
+    }
+    return __real___imp_SetTimer(window, id, period, procedure);
+}
+
+std::vector<HCURSOR>& Shown() {
+    static std::vector<HCURSOR> cursors;
+    return cursors;
+}
+
+HCURSOR WINAPI NotedSetCursor(HCURSOR cursor) {
+    {
+        std::lock_guard guard(callsLock);
+        Shown().push_back(cursor);
+    }
+    return __real___imp_SetCursor(cursor);
+}
+} // namespace
+
+decltype(&::SetTimer) __wrap___imp_SetTimer = NotedSetTimer;
+decltype(&::SetCursor) __wrap___imp_SetCursor = NotedSetCursor;
+
+std::map<UINT_PTR, UINT> TimersSetOn(HWND window) {
+    std::lock_guard guard(callsLock);
+    return Known()[window];
+}
+
+std::vector<HCURSOR> TakeShownCursors() {
+    std::lock_guard guard(callsLock);
+    return std::exchange(Shown(), {});
+}
