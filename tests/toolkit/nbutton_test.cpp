@@ -64,8 +64,8 @@ std::string Told(int32_t state, bool latched, int32_t flags) {
 class NButtonTest : public testing::Test {
 protected:
     TestCursor cursor; // far from the dialog
-    ButtonDialog dialog;
     RecordingButton button;
+    ButtonDialog dialog; // gone before its buttons
     FrameSurface surface;
 };
 } // namespace
@@ -172,6 +172,7 @@ TEST_F(NButtonTest, ATipTextSetsTheTipOfTheWindow) {
     EXPECT_FALSE(button.toolTip.noFade);
     button.Destroy();
     EXPECT_EQ(nullptr, button.toolTip.target);
+    dialog.bar.Destroy();
 }
 
 // Every set of optional frames, with masks and without: the strip is cut right,
@@ -432,8 +433,8 @@ TEST_F(NButtonTest, WithoutAStripItHasNoSizeAndShowsNothing) {
 
 TEST_F(NButtonTest, FiveHundredBarsLeaveNothingBehind) {
     const auto makeOneBar = [] {
-        ButtonDialog another;
         RecordingButton buttons[3];
+        ButtonDialog another;
         for (RecordingButton& one : buttons)
             another.Add(one, 10, 10);
         buttons[0].Latch();
@@ -452,8 +453,8 @@ TEST_F(NButtonTest, FiveHundredBarsLeaveNothingBehind) {
 
 TEST_F(NButtonTest, BarsWithTipsLeaveNothingBehind) {
     const auto makeOneBar = [] {
-        ButtonDialog another;
         RecordingButton one;
+        ButtonDialog another;
         NButtonSpec spec;
         spec.toolTipText = L"First";
         another.Add(one, spec);

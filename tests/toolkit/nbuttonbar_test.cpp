@@ -432,8 +432,8 @@ TEST_F(NButtonBarTest, TheDialogsOwnPaintingDrawsTheButtons) {
 }
 
 TEST_F(NButtonBarTest, WhileAFilterRunsAllButDrawingPassesBy) {
-    ButtonDialog other; // the flag is one for all bars
     RecordingButton elsewhere;
+    ButtonDialog other; // the flag is one for all bars
     other.Add(elsewhere, 20, 20);
     bool done = false;
     first.onClick = [&] {
