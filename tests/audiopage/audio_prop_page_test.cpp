@@ -220,14 +220,21 @@ TEST_F(AudioPage, ClosedWhileItReadsItStopsBeforeTheNextFile) {
     AddScripted(next);
     window_.Open();
     ASSERT_TRUE(opened.WaitFor(LongestMs));
-    // The decoder answers only after the page has asked its thread to stop.
+    // The decoder answers only after the page has asked its thread to stop, and
+    // has had the time to go on without waiting for that.
     const HANDLE stop = Page().Reader.stopEvent->handle;
-    std::thread answer([stop, &release] {
+    const HWND button = Page().cmdViewSingle.window;
+    bool waits = false;
+    std::thread answer([stop, button, &release, &waits] {
+        constexpr DWORD muchLongerThanClosingTakes = 500;
         WaitForSingleObject(stop, LongestMs);
+        release.WaitFor(muchLongerThanClosingTakes);
+        waits = IsWindow(button) != FALSE;
         release.Set();
     });
     window_.Close();
     answer.join();
+    EXPECT_TRUE(waits);
     EXPECT_EQ(WaitForSingleObject(Page().Reader.handle, 0), WAIT_OBJECT_0);
     EXPECT_FALSE(second.IsSet());
     EXPECT_EQ(Page().PageRowsAll.Count(), 0);
@@ -353,6 +360,24 @@ TEST_F(AudioPage, OfOneFileHasNoViewingTextAndNoButtonsButTheMenu) {
     EXPECT_EQ(Page().PageRowsOne.Count(), 23);
     EXPECT_EQ(Page().AlbumArtList.Count(), 1);
     ExpectShown({&Page().PageRowsOne, true, nullptr});
+}
+
+// A blank at the end can't be seen: wanted all the same.
+TEST_F(AudioPage, TellsInViewsOfAllFilesTheirNumberWithABlankBehind) {
+    AddFiles(2);
+    window_.OpenAndRead();
+    TakeDrawnTexts();
+    window_.Seen();
+    std::vector<std::wstring> texts = TakeDrawnTexts();
+    ASSERT_GE(texts.size(), 2u);
+    EXPECT_EQ(texts[texts.size() - 2], L"Viewing 2 Files ");
+    EXPECT_EQ(texts.back(), L"Tonewright");
+    Click(Page().cmdViewSingle);
+    TakeDrawnTexts();
+    window_.Seen();
+    texts = TakeDrawnTexts();
+    ASSERT_GE(texts.size(), 2u);
+    EXPECT_EQ(texts[texts.size() - 2], L"Viewing File 1 of 2");
 }
 
 TEST_F(AudioPage, OfTwoFilesShowsTheirSumAtFirst) {

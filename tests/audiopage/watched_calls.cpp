@@ -8,6 +8,8 @@ extern decltype(&::SetTimer) __real___imp_SetTimer;
 extern decltype(&::SetTimer) __wrap___imp_SetTimer;
 extern decltype(&::SetCursor) __real___imp_SetCursor;
 extern decltype(&::SetCursor) __wrap___imp_SetCursor;
+extern decltype(&::ExtTextOutW) __real___imp_ExtTextOutW;
+extern decltype(&::ExtTextOutW) __wrap___imp_ExtTextOutW;
 }
 
 namespace {
@@ -40,10 +42,25 @@ HCURSOR WINAPI NotedSetCursor(HCURSOR cursor) {
     }
     return __real___imp_SetCursor(cursor);
 }
+
+std::vector<std::wstring>& Drawn() {
+    static std::vector<std::wstring> texts;
+    return texts;
+}
+
+BOOL WINAPI NotedExtTextOut(HDC dc, int x, int y, UINT options, const RECT* rect,
+                            const wchar_t* text, UINT length, const INT* distances) {
+    {
+        std::lock_guard guard(callsLock);
+        Drawn().emplace_back(text, length);
+    }
+    return __real___imp_ExtTextOutW(dc, x, y, options, rect, text, length, distances);
+}
 } // namespace
 
 decltype(&::SetTimer) __wrap___imp_SetTimer = NotedSetTimer;
 decltype(&::SetCursor) __wrap___imp_SetCursor = NotedSetCursor;
+decltype(&::ExtTextOutW) __wrap___imp_ExtTextOutW = NotedExtTextOut;
 
 std::map<UINT_PTR, UINT> TimersSetOn(HWND window) {
     std::lock_guard guard(callsLock);
@@ -53,4 +70,9 @@ std::map<UINT_PTR, UINT> TimersSetOn(HWND window) {
 std::vector<HCURSOR> TakeShownCursors() {
     std::lock_guard guard(callsLock);
     return std::exchange(Shown(), {});
+}
+
+std::vector<std::wstring> TakeDrawnTexts() {
+    std::lock_guard guard(callsLock);
+    return std::exchange(Drawn(), {});
 }
