@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <iterator>
 
+// The linker and the compiler's own libraries have chosen these names.
+// NOLINTBEGIN(bugprone-reserved-identifier)
 extern "C" {
 // The C run-time's own entry point, which calls DllMain.
 BOOL WINAPI DllMainCRTStartup(HINSTANCE instance, DWORD reason, LPVOID reserved);
@@ -87,6 +89,7 @@ DWORD(WINAPI* __imp_TlsAlloc)() = TakeSlot;
 // is made. Their condition is initialised by its first use, unseen from here;
 // one that nobody has waited by needs no call.
 int __wrap_pthread_cond_broadcast(pthread_cond_t* condition) {
+    // A number, in this threads library: NOLINTNEXTLINE(misc-non-copyable-objects)
     return *condition == PTHREAD_COND_INITIALIZER ? 0 : __real_pthread_cond_broadcast(condition);
 }
 
@@ -110,3 +113,4 @@ BOOL WINAPI NLibraryStart(HINSTANCE instance, DWORD reason, LPVOID reserved) {
     return started;
 }
 }
+// NOLINTEND(bugprone-reserved-identifier)
