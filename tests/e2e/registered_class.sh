@@ -4,6 +4,7 @@
 # of its own, since the registration is one for all programs of a prefix.
 . "$(dirname "$0")/common.sh"
 export TONEWRIGHT_WINEPREFIX=$work/prefix
+export DISPLAY= # another prefix's windows would take the focus of the display
 module=$(windows_path "$suite/tNWShell.DLL")
 stop() {
     WINEPREFIX=$TONEWRIGHT_WINEPREFIX wineserver -k

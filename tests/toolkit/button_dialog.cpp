@@ -63,6 +63,10 @@ INT_PTR CALLBACK ButtonDialog::DialogProc(HWND window, UINT message, WPARAM wPar
 }
 
 INT_PTR ButtonDialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    // When the display's focus goes to another program, Wine would end the menu
+    // that a test has open.
+    if (message == WM_CANCELMODE)
+        return TRUE;
     if (beforeMessage)
         beforeMessage(message, wParam, lParam);
     const Filtered filtered = Filter(message, wParam, lParam);

@@ -314,7 +314,7 @@ TEST_F(Tips, ItDoesNotBecomeTheActiveWindow) {
     tip.SetText(TextOfArea());
     LetItShow();
     ASSERT_TRUE(IsUp());
-    EXPECT_EQ(owner.hwnd, GetActiveWindow());
+    EXPECT_NE(tip.hwnd, GetActiveWindow());
 }
 
 TEST_F(Tips, ItsOwnerIsTheWatchedWindowElseThatOfTheArea) {
