@@ -20,7 +20,33 @@ void ReadAllFiles(NEvent& stop, void* argument) {
     auto& page = *static_cast<clAudioPropPage*>(argument);
     BuildPropRows(page, &stop, page.PageRowsAll, nullptr);
 }
+
+// Shows the wait cursor to the end of the scope.
+class WaitCursor {
+public:
+    WaitCursor() { SetCursor(LoadCursorW(nullptr, IDC_WAIT)); }
+    WaitCursor(const WaitCursor&) = delete;
+    WaitCursor& operator=(const WaitCursor&) = delete;
+    ~WaitCursor() { SetCursor(LoadCursorW(nullptr, IDC_ARROW)); }
+};
 } // namespace
+
+// The use of the lists to the end of the scope. If the page was closed by then,
+// they are emptied.
+class clAudioPropPage::ListsTurn {
+public:
+    explicit ListsTurn(clAudioPropPage& page) : page_(page) { page_.listsInUse_ = true; }
+    ListsTurn(const ListsTurn&) = delete;
+    ListsTurn& operator=(const ListsTurn&) = delete;
+    ~ListsTurn() {
+        if (page_.isClosed_)
+            page_.EmptyLists();
+        page_.listsInUse_ = false;
+    }
+
+private:
+    clAudioPropPage& page_;
+};
 
 clAudioPropPage::clAudioPropPage() = default;
 
@@ -30,6 +56,7 @@ clAudioPropPage::~clAudioPropPage() {
 }
 
 void clAudioPropPage::OnInit() {
+    isClosed_ = false;
     // 1.
     FileIndex = 0;
     ArtIndex = 0;
@@ -100,8 +127,21 @@ void clAudioPropPage::OnTick() {
 }
 
 void clAudioPropPage::RefreshView() {
+    if (isClosed_)
+        return;
+    refreshAgain_ = true;
+    if (listsInUse_)
+        return;
+    const ListsTurn turn(*this);
+    while (refreshAgain_ && !isClosed_) {
+        refreshAgain_ = false;
+        RefreshOnce();
+    }
+}
+
+void clAudioPropPage::RefreshOnce() {
     // 1.
-    if (IsViewSingle() || HasOnePath())
+    if (ShowsOneFile())
         ReadOneFile();
     // 2.
     SetButtonStates();
@@ -113,13 +153,12 @@ void clAudioPropPage::RefreshView() {
 
 // One file of a selection is read here a second time: covers come no other way.
 void clAudioPropPage::ReadOneFile() {
-    SetCursor(LoadCursorW(nullptr, IDC_WAIT));
+    const WaitCursor waiting;
     NStringList one;
     if (const NString* path = (*this)[FileIndex])
         one.Add(*path);
     BuildPropRows(one, nullptr, PageRowsOne, &AlbumArtList);
     ArtIndex = 0;
-    SetCursor(LoadCursorW(nullptr, IDC_ARROW));
 }
 
 // For one file these are the tips of `PageRowsAll`, as the clipboard takes that
@@ -131,7 +170,7 @@ void clAudioPropPage::SetRowTips() {
     SelectPageFont(font, window.dc);
     const int textHeight = font.TextHeight(L"Ay");
     NKeyedList<clPropRow>& rows = ChosenRows();
-    for (int index = 0; index < rows.Count(); ++index) {
+    for (int index = 0; index < rows.Count() && !refreshAgain_ && !isClosed_; ++index) {
         const clPropRow& row = *rows[index];
         if (IsValueCut(font, row.Value, DialogUnitsX(row.ValueWidth, Hwnd)))
             AddRowTip(row, textHeight);
@@ -154,11 +193,18 @@ void clAudioPropPage::Redraw() {
 }
 
 void clAudioPropPage::OnDestroy() {
+    isClosed_ = true;
     Reader.Stop(true);
+    // Who uses the lists at this moment empties them in the end.
+    if (!listsInUse_)
+        const ListsTurn emptied(*this);
+    Buttons.Destroy();
+    Clear();
+}
+
+void clAudioPropPage::EmptyLists() {
     PageRowsAll.Clear();
     PageRowsOne.Clear();
     AlbumArtList.Clear();
     RowTips.Clear();
-    Buttons.Destroy();
-    Clear();
 }

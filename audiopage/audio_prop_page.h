@@ -39,7 +39,9 @@ public:
     // Looks whether the reading has ended, and then shows what it found.
     void OnTick();
     // Reads the present file if it is shown alone, sets buttons and tips to
-    // what is shown, and has the page painted.
+    // what is shown, and has the page painted. Called by a message that comes
+    // in meanwhile, it has the running call do all of that once more; on a page
+    // whose window goes it does nothing.
     void RefreshView();
 
     // A button that tells its page of clicks; `Page` is set before it is added.
@@ -91,9 +93,10 @@ public:
 
 private:
     bool IsViewSingle() const { return cmdViewSingle.latched; }
-    bool HasOnePath() const { return Count == 1; }
+    bool ShowsOneFile() const { return IsViewSingle() || Count == 1; }
     bool IsReading() const;
     void StartReading();
+    void RefreshOnce();
     void ReadOneFile();
 
     void MakeButtons();
@@ -109,4 +112,13 @@ private:
     void PaintReading(HDC dc);
     void PaintView(HDC dc);
     void OnDestroy();
+    void EmptyLists();
+
+    // Tips that are set or go may dispatch any message of this thread, so that
+    // a click or the window's end comes while the lists are in use. It then
+    // only leaves a note here.
+    class ListsTurn;
+    bool listsInUse_ = false;
+    bool refreshAgain_ = false;
+    bool isClosed_ = false; // from WM_DESTROY on
 };

@@ -76,7 +76,10 @@ void clAudioPropPage::SetButtonStates() {
     EnableIf(cmdSkipLast, stepping && FileIndex != Count - 1);
 }
 
+// A click may have been on its way before its button was disabled.
 void clAudioPropPage::ShowFile(int32_t index) {
+    if (index < 0 || index >= Count)
+        return;
     FileIndex = index;
     RefreshView();
 }

@@ -69,7 +69,7 @@ void clAudioPropPage::PaintReading(HDC dc) {
 
 void clAudioPropPage::PaintView(HDC dc) {
     // 2. One file is painted from `PageRowsOne` in either view: wanted.
-    const bool one = IsViewSingle() || HasOnePath();
+    const bool one = ShowsOneFile();
     PaintPropRows(one ? PageRowsOne : PageRowsAll, dc, Hwnd, StarBitmap);
     if (one)
         PaintCover(AlbumArtList, ArtIndex, dc, Hwnd);

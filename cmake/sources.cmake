@@ -324,6 +324,7 @@ set(audiopage_tests_windows
     tests/audiopage/page_pictures_test.cpp
     tests/audiopage/page_window.cpp
     tests/audiopage/property_rows_test.cpp
+    tests/audiopage/refresh_reentry_test.cpp
     tests/audiopage/row_painting_test.cpp
     tests/audiopage/rows_clipboard_test.cpp
     tests/audiopage/screen_resolution.cpp
@@ -331,6 +332,7 @@ set(audiopage_tests_windows
     tests/audiopage/technical_rows_test.cpp
     tests/audiopage/test_pictures.cpp
     tests/audiopage/watched_calls.cpp
+    tests/shell/counted_allocations.cpp
     tests/shell/private_classes_root.cpp
     tests/support/picture_compare_test.cpp)
 

@@ -69,7 +69,9 @@ std::map<UINT_PTR, UINT> TimersSetOn(HWND window) {
 
 std::vector<HCURSOR> TakeShownCursors() {
     std::lock_guard guard(callsLock);
-    return std::exchange(Shown(), {});
+    std::vector<HCURSOR> taken = Shown();
+    Shown().clear(); // its room stays, for when there is no memory
+    return taken;
 }
 
 std::vector<std::wstring> TakeDrawnTexts() {

@@ -1,0 +1,216 @@
+// Messages that a refresh lets in while it waits for the tips' lock.
+#include "tests/audiopage/page_fixture.h"
+#include "tests/audiopage/watched_calls.h"
+#include "tests/shell/counted_allocations.h"
+#include "toolkit/nwindow.h"
+#include "toolkit/tip_thread.h"
+
+#include <functional>
+#include <new>
+#include <thread>
+#include <vector>
+
+namespace {
+constexpr wchar_t Fitting[] = L"Fits";
+constexpr wchar_t Cut[] = L"One\rTwo"; // its row has a tip
+
+// Another thread holds the lock of the tips until a message is dispatched that
+// was posted by PostEnd.
+class HeldTips : public NWindow {
+public:
+    HeldTips() {
+        Create(L"", {0, 0, 10, 10}, WS_POPUP);
+        holder_ = std::thread([this] {
+            const NMutexLock lock(tipLock);
+            SetEvent(held_.Get());
+            WaitForSingleObject(end_.Get(), LongestMs);
+        });
+        EXPECT_EQ(WaitForSingleObject(held_.Get(), LongestMs), WAIT_OBJECT_0);
+    }
+    ~HeldTips() override {
+        SetEvent(end_.Get());
+        holder_.join();
+        Destroy();
+    }
+
+    // `onEnd` runs when the lock is free.
+    void PostEnd(std::function<void()> onEnd = [] {}) {
+        onEnd_ = std::move(onEnd);
+        PostMessageW(hwnd, End, 0, 0);
+    }
+    bool HasEnded() const { return WaitForSingleObject(end_.Get(), 0) == WAIT_OBJECT_0; }
+
+    LRESULT OnMessage(HWND, UINT message, WPARAM, LPARAM, int32_t*) override {
+        if (message == End) {
+            SetEvent(end_.Get());
+            onEnd_();
+        }
+        return 0;
+    }
+
+private:
+    static constexpr UINT End = WM_APP + 7;
+    static constexpr DWORD LongestMs = 30000;
+
+    std::function<void()> onEnd_;
+    UniqueKernelHandle held_{CreateEventW(nullptr, TRUE, FALSE, nullptr)};
+    UniqueKernelHandle end_{CreateEventW(nullptr, TRUE, FALSE, nullptr)};
+    std::thread holder_;
+};
+
+class RefreshReentry : public PageTest {
+protected:
+    void OpenSingleView(std::initializer_list<const wchar_t*> titles) {
+        for (const wchar_t* title : titles)
+            AddFile(title);
+        window_.OpenAndRead();
+        Page().cmdViewSingle.OnClick(false);
+    }
+    static void PostKeyClick(const NButton& button) {
+        PostMessageW(button.window, WM_KEYDOWN, VK_SPACE, 0);
+        PostMessageW(button.window, WM_KEYUP, VK_SPACE, 0);
+    }
+    void ExpectEmpty() {
+        EXPECT_EQ(Page().PageRowsAll.Count(), 0);
+        EXPECT_EQ(Page().PageRowsOne.Count(), 0);
+        EXPECT_EQ(Page().AlbumArtList.Count(), 0);
+        EXPECT_EQ(Page().RowTips.Count(), 0);
+        EXPECT_EQ(Page().Buttons.buttons.Count, 0);
+        EXPECT_EQ(Page().Count, 0);
+    }
+    NString TextOfTip(int index) {
+        NDrawList& scene = Page().RowTips[index]->scene;
+        return static_cast<NDrawList::Text*>(scene.texts.Items.At(0))->text;
+    }
+};
+} // namespace
+
+TEST_F(RefreshReentry, AClickWhileTipsGoIsShownInTheEnd) {
+    OpenSingleView({Cut, L"Left\rout", L"Last\rof all"});
+    ASSERT_EQ(Page().RowTips.Count(), 1);
+    HeldTips held;
+    PostKeyClick(Page().cmdSkipNext);
+    held.PostEnd();
+    Page().cmdSkipNext.OnClick(false);
+    ASSERT_TRUE(held.HasEnded());
+    EXPECT_EQ(Page().FileIndex, 2);
+    EXPECT_EQ(TitleOfOne(), L"Last\rof all");
+    ASSERT_EQ(Page().RowTips.Count(), 1);
+    EXPECT_EQ(TextOfTip(0), L"Last\rof all");
+    EXPECT_FALSE(window_.IsEnabled(Page().cmdSkipNext));
+}
+
+TEST_F(RefreshReentry, AClickWhileATipIsSetIsShownInTheEnd) {
+    OpenSingleView({Fitting, Cut, Fitting});
+    ASSERT_EQ(Page().RowTips.Count(), 0);
+    HeldTips held;
+    PostKeyClick(Page().cmdSkipNext);
+    held.PostEnd();
+    Page().cmdSkipNext.OnClick(false);
+    ASSERT_TRUE(held.HasEnded());
+    EXPECT_EQ(Page().FileIndex, 2);
+    EXPECT_EQ(TitleOfOne(), Fitting);
+    EXPECT_EQ(Page().RowTips.Count(), 0);
+}
+
+TEST_F(RefreshReentry, TheLastOfSeveralViewsStays) {
+    OpenSingleView({Cut, Fitting});
+    HeldTips held;
+    PostKeyClick(Page().cmdViewSingle);
+    PostKeyClick(Page().cmdViewSingle);
+    PostKeyClick(Page().cmdViewSingle);
+    held.PostEnd();
+    Page().RefreshView();
+    ASSERT_TRUE(held.HasEnded());
+    EXPECT_FALSE(Page().cmdViewSingle.latched);
+    EXPECT_EQ(Page().RowTips.Count(), 0);
+    EXPECT_FALSE(window_.IsEnabled(Page().cmdSkipNext));
+}
+
+// Its button is disabled only when the page comes to show the last file.
+TEST_F(RefreshReentry, ClicksThatComeTooLateStayAtTheLastFile) {
+    OpenSingleView({Cut, Fitting, Cut});
+    HeldTips held;
+    for (int click = 0; click < 3; ++click)
+        PostKeyClick(Page().cmdSkipNext);
+    held.PostEnd();
+    Page().cmdSkipNext.OnClick(false);
+    ASSERT_TRUE(held.HasEnded());
+    EXPECT_EQ(Page().FileIndex, 2);
+    EXPECT_EQ(Page().PageRowsOne.Count(), 23);
+    EXPECT_FALSE(window_.IsEnabled(Page().cmdSkipNext));
+}
+
+TEST_F(RefreshReentry, ClicksThatComeTooLateStayAtTheFirstFile) {
+    OpenSingleView({Fitting, Cut, Cut});
+    Page().cmdSkipLast.OnClick(false);
+    HeldTips held;
+    for (int click = 0; click < 3; ++click)
+        PostKeyClick(Page().cmdSkipPrev);
+    held.PostEnd();
+    Page().cmdSkipPrev.OnClick(false);
+    ASSERT_TRUE(held.HasEnded());
+    EXPECT_EQ(Page().FileIndex, 0);
+    EXPECT_EQ(TitleOfOne(), Fitting);
+    EXPECT_FALSE(window_.IsEnabled(Page().cmdSkipPrev));
+}
+
+TEST_F(RefreshReentry, ClosedWhileTipsGoThePageIsEmpty) {
+    OpenSingleView({Cut, Cut});
+    ASSERT_EQ(Page().RowTips.Count(), 1);
+    HeldTips held;
+    held.PostEnd([this] { window_.Close(); });
+    Page().cmdSkipNext.OnClick(false);
+    ASSERT_TRUE(held.HasEnded());
+    EXPECT_EQ(window_.Dialog(), nullptr);
+    ExpectEmpty();
+}
+
+TEST_F(RefreshReentry, ClosedWhileATipIsSetThePageIsEmpty) {
+    OpenSingleView({Fitting, Cut});
+    ASSERT_EQ(Page().RowTips.Count(), 0);
+    HeldTips held;
+    held.PostEnd([this] { window_.Close(); });
+    Page().cmdSkipNext.OnClick(false);
+    ASSERT_TRUE(held.HasEnded());
+    EXPECT_EQ(window_.Dialog(), nullptr);
+    ExpectEmpty();
+}
+
+TEST_F(RefreshReentry, AClickWhileThePageClosesFillsNothing) {
+    OpenSingleView({Cut, Cut, Fitting});
+    ASSERT_EQ(Page().RowTips.Count(), 1);
+    HeldTips held;
+    PostKeyClick(Page().cmdSkipNext);
+    held.PostEnd();
+    window_.Close();
+    ASSERT_TRUE(held.HasEnded());
+    ExpectEmpty();
+}
+
+TEST_F(RefreshReentry, AClosedPageReadsNothingUntilItIsOpenedAgain) {
+    OpenSingleView({Cut, Fitting});
+    window_.Close();
+    Page().RefreshView();
+    ExpectEmpty();
+    Page().cmdViewSingle.Unlatch();
+    OpenSingleView({Fitting, Cut});
+    EXPECT_EQ(TitleOfOne(), Fitting);
+    EXPECT_TRUE(window_.IsEnabled(Page().cmdSkipNext));
+}
+
+TEST_F(RefreshReentry, ARefreshThatThrowsPutsTheArrowBackAndLeavesTheNextItsTurn) {
+    const std::vector<HCURSOR> waitAndArrow = {LoadCursorW(nullptr, IDC_WAIT),
+                                               LoadCursorW(nullptr, IDC_ARROW)};
+    OpenSingleView({Fitting, Cut});
+    TakeShownCursors();
+    const auto refreshWithoutMemory = [this] {
+        const FailingAllocations all(0);
+        Page().RefreshView();
+    };
+    EXPECT_THROW(refreshWithoutMemory(), std::bad_alloc);
+    EXPECT_EQ(TakeShownCursors(), waitAndArrow);
+    Page().cmdSkipNext.OnClick(false);
+    EXPECT_EQ(TitleOfOne(), Cut);
+    EXPECT_EQ(Page().RowTips.Count(), 1);
+}
