@@ -1,6 +1,5 @@
 #include "audiopage/audio_prop_page.h"
 #include "audiopage/cover_view.h"
-#include "audiopage/row_painting.h"
 #include "audiopage/rows_clipboard.h"
 #include "foundation/module_instance.h"
 #include "resources/resource_ids.h"
@@ -10,8 +9,13 @@
 #include "tests/audiopage/watched_calls.h"
 #include "tests/support/clipboard_turn.h"
 #include "toolkit/device_contexts.h"
+#include "toolkit/message_pump.h"
 #include "toolkit/nfont.h"
+#include "toolkit/nicon.h"
 
+#include <algorithm>
+#include <cstdlib>
+#include <functional>
 #include <string>
 #include <thread>
 #include <vector>
@@ -50,23 +54,74 @@ protected:
         NKeyedList<clPropRow>* rows = nullptr;
         bool cover = false;
         const wchar_t* viewing = nullptr;
+        int textHeight = 13; // pixels
     };
     void ExpectShown(const Expectation& expected) {
         const Picture seen = WithoutButtons(window_.Seen());
         Paper paper(seen.width, seen.height);
-        PaintPropRows(*expected.rows, paper.Dc(), window_.Dialog(), Page().StarBitmap);
+        for (int index = 0; index < expected.rows->Count(); ++index)
+            DrawRow(paper, *(*expected.rows)[index], expected.textHeight);
         if (expected.cover)
             PaintCover(Page().AlbumArtList, Page().ArtIndex, paper.Dc(), window_.Dialog());
+        const auto draw = [&](int x, const wchar_t* text, COLORREF colour) {
+            DrawText(paper, InPixels({x, 239}), text, expected.textHeight, colour);
+        };
         if (expected.viewing)
-            DrawText(paper, 101, expected.viewing, 0);
-        DrawText(paper, 175, L"Tonewright", 0xFF0000);
+            draw(101, expected.viewing, 0);
+        draw(175, L"Tonewright", 0xFF0000);
         EXPECT_TRUE(SamePictures(seen, WithoutButtons(paper.Seen())));
     }
-    void DrawText(const Paper& paper, int x, const wchar_t* text, COLORREF colour) {
+    // A value of one line, cut if it doesn't fit.
+    void DrawRow(const Paper& paper, const clPropRow& row, int textHeight) {
+        POINT labelPlace = InPixels({std::abs(row.LabelX), row.Y});
+        if (row.LabelX < 0)
+            labelPlace.x -= WidthOf(row.Label, textHeight);
+        DrawText(paper, labelPlace, row.Label, textHeight, 0x646464);
+        const POINT place = InPixels({row.ValueX, row.Y});
+        const int room = InPixels({row.ValueWidth, 0}).x;
+        std::wstring value = row.Value.c_str();
+        value = value.substr(0, value.find(L'\r'));
+        const bool isCut = !value.empty() && WidthOf(value.c_str(), textHeight) >= room;
+        while (isCut && WidthOf((value + L"...").c_str(), textHeight) >= room)
+            value.pop_back();
+        DrawText(paper, place, value.c_str(), textHeight, 0);
+        if (!isCut)
+            return;
+        NIcon mark;
+        ASSERT_TRUE(mark.Load(224, 16, 16, NModuleInstance()));
+        mark.Draw(paper.Dc(), place.x + WidthOf(value.c_str(), textHeight) + 2, place.y);
+    }
+    static void DrawText(const Paper& paper, POINT place, const NString& text, int height,
+                         COLORREF colour) {
         NFont font;
-        font.Create(paper.Dc(), nullptr, 13, colour);
+        font.Create(paper.Dc(), nullptr, height, colour);
         font.Select(paper.Dc());
-        font.DrawText(window_.X(x), window_.Y(239), text);
+        font.DrawText(place.x, place.y, text);
+    }
+    static int WidthOf(const NString& text, int height) {
+        const NWindowDC screen;
+        NFont font;
+        font.Create(screen.dc, nullptr, height, 0);
+        return font.TextWidth(text);
+    }
+    // Dialog units of this dialog's font, as the platform converts them.
+    POINT InPixels(POINT units) const {
+        RECT rect = {units.x, units.y, 0, 0};
+        EXPECT_TRUE(MapDialogRect(window_.Dialog(), &rect));
+        return {rect.left, rect.top};
+    }
+    void ExpectReading(int textHeight) {
+        const Picture seen = WithoutButtons(window_.Seen());
+        Paper paper(seen.width, seen.height);
+        {
+            NFont font;
+            font.Create(paper.Dc(), nullptr, textHeight, 0, 0, false, true);
+            font.Select(paper.Dc());
+            const int width = font.TextWidth(L"<reading files>");
+            const POINT middle = InPixels({117, 100});
+            font.DrawText(middle.x - width / 2, middle.y, L"<reading files>");
+        }
+        EXPECT_TRUE(SamePictures(seen, paper.Seen()));
     }
     Picture WithoutButtons(Picture picture) {
         for (HWND child = GetWindow(window_.Dialog(), GW_CHILD); child;
@@ -109,6 +164,33 @@ TEST_F(AudioPage, IsMadeEmpty) {
     EXPECT_FALSE(Page().cmdViewSingle.latched);
 }
 
+TEST_F(AudioPage, HasItsFieldsInTheirOrder) {
+    clAudioPropPage& page = Page();
+    const std::vector<const void*> fields = {
+        static_cast<NStringList*>(&page),
+        &page.Reader,
+        &page.PageRowsAll,
+        &page.PageRowsOne,
+        &page.AlbumArtList,
+        &page.ArtIndex,
+        &page.ReadingDone,
+        &page.FileIndex,
+        &page.Hwnd,
+        &page.StarBitmap,
+        &page.ClipTip,
+        &page.RowTips,
+        &page.Buttons,
+        &page.cmdSkipFirst,
+        &page.cmdSkipPrev,
+        &page.cmdViewSingle,
+        &page.cmdSkipNext,
+        &page.cmdSkipLast,
+        &page.cmdOptMenu,
+    };
+    EXPECT_EQ(fields.front(), &page);
+    EXPECT_TRUE(std::is_sorted(fields.begin(), fields.end(), std::less<>()));
+}
+
 TEST_F(AudioPage, ReadsOnAThreadOfLowerPriorityThatNothingHolds) {
     const DecoderEvent release(L"TonewrightPageRelease");
     ScriptedAudio audio;
@@ -120,6 +202,17 @@ TEST_F(AudioPage, ReadsOnAThreadOfLowerPriorityThatNothingHolds) {
     EXPECT_EQ(Page().Reader.maxWaitMs, 0);
     DecoderEvent(L"TonewrightPageRelease").Set();
     window_.FinishReading();
+}
+
+// Covers come with the view of one file.
+TEST_F(AudioPage, TheThreadReadsNoCovers) {
+    AddFileWithCovers(1);
+    window_.Open();
+    ASSERT_EQ(WaitForSingleObject(Page().Reader.handle, LongestMs), WAIT_OBJECT_0);
+    EXPECT_EQ(Page().PageRowsAll.Count(), 23);
+    EXPECT_EQ(Page().AlbumArtList.Count(), 0);
+    window_.Tick();
+    EXPECT_EQ(Page().AlbumArtList.Count(), 1);
 }
 
 TEST_F(AudioPage, LooksEvery250MillisecondsAndNeverStops) {
@@ -175,6 +268,14 @@ TEST_F(AudioPage, WithoutAThreadTheFirstTickTakesTheEmptyResult) {
     ExpectShown({&Page().PageRowsAll, false, L"Viewing 2 Files "});
 }
 
+TEST_F(AudioPage, BetweenTheThreadsEndAndTheTickTheRowsArePainted) {
+    AddFiles(2);
+    window_.Open();
+    ASSERT_EQ(WaitForSingleObject(Page().Reader.handle, LongestMs), WAIT_OBJECT_0);
+    ExpectShown({&Page().PageRowsAll, false, L"Viewing 2 Files "});
+    EXPECT_EQ(Page().ReadingDone, 0);
+}
+
 TEST_F(AudioPage, WaitsForTheThreadTick) {
     const DecoderEvent release(L"TonewrightPageWaits");
     ScriptedAudio audio;
@@ -220,6 +321,9 @@ TEST_F(AudioPage, ClosedWhileItReadsItStopsBeforeTheNextFile) {
     AddScripted(next);
     window_.Open();
     ASSERT_TRUE(opened.WaitFor(LongestMs));
+    TakeDrawnTexts();
+    window_.Seen();
+    EXPECT_EQ(TakeDrawnTexts(), std::vector<std::wstring>{L"<reading files>"});
     // The decoder answers only after the page has asked its thread to stop, and
     // has had the time to go on without waiting for that.
     const HANDLE stop = Page().Reader.stopEvent->handle;
@@ -239,14 +343,20 @@ TEST_F(AudioPage, ClosedWhileItReadsItStopsBeforeTheNextFile) {
     EXPECT_FALSE(second.IsSet());
     EXPECT_EQ(Page().PageRowsAll.Count(), 0);
     EXPECT_EQ(Page().ReadingDone, 0);
+    bool quit = false;
+    EXPECT_TRUE(PumpPending(&quit, nullptr));
+    EXPECT_TRUE(TakeDrawnTexts().empty());
 }
 
 TEST_F(AudioPage, ClosedItIsEmpty) {
-    AddFileWithCovers(2);
+    AddFileWithCovers(2, L"One\rTwo");
     AddFile(L"Other");
     window_.OpenAndRead();
     Click(Page().cmdViewSingle);
-    EXPECT_NE(Page().AlbumArtList.Count(), 0);
+    ASSERT_NE(Page().PageRowsAll.Count(), 0);
+    ASSERT_NE(Page().PageRowsOne.Count(), 0);
+    ASSERT_NE(Page().AlbumArtList.Count(), 0);
+    ASSERT_NE(Page().RowTips.Count(), 0);
     window_.Close();
     EXPECT_EQ(Page().PageRowsAll.Count(), 0);
     EXPECT_EQ(Page().PageRowsOne.Count(), 0);
@@ -255,12 +365,6 @@ TEST_F(AudioPage, ClosedItIsEmpty) {
     EXPECT_EQ(Page().Buttons.buttons.Count, 0);
     EXPECT_EQ(Page().cmdViewSingle.window, nullptr);
     EXPECT_EQ(Page().Count, 0);
-}
-
-TEST_F(AudioPage, CanGoWithoutEverHavingHadAWindow) {
-    auto page = std::make_unique<clAudioPropPage>();
-    page->Add(L"C:\\never.scripted");
-    page.reset();
 }
 
 // Messages.
@@ -339,16 +443,9 @@ TEST_F(AudioPage, ShowsThatItReads) {
     release.PutInto(audio.says.eventToAwait);
     AddScripted(audio);
     window_.Open();
-    const Picture seen = WithoutButtons(window_.Seen());
-    Paper paper(seen.width, seen.height);
-    {
-        NFont font;
-        font.Create(paper.Dc(), nullptr, 25, 0, 0, false, true);
-        font.Select(paper.Dc());
-        const int width = font.TextWidth(L"<reading files>");
-        font.DrawText(window_.X(117) - width / 2, window_.Y(100), L"<reading files>");
-    }
-    EXPECT_TRUE(SamePictures(seen, paper.Seen()));
+    ExpectReading(25);
+    const ScreenResolution screen(125);
+    ExpectReading(32); // 25 * 125 / 96 is 32.6
     DecoderEvent(L"TonewrightPageShows").Set();
     window_.FinishReading();
 }
@@ -378,6 +475,38 @@ TEST_F(AudioPage, TellsInViewsOfAllFilesTheirNumberWithABlankBehind) {
     texts = TakeDrawnTexts();
     ASSERT_GE(texts.size(), 2u);
     EXPECT_EQ(texts[texts.size() - 2], L"Viewing File 1 of 2");
+}
+
+TEST_F(AudioPage, NumbersItsFilesInPlainDecimals) {
+    for (int number = 0; number < 1000; ++number)
+        Page().Add(L"C:\\none.unknown");
+    SetRows(Page().PageRowsAll, {L"a value"});
+    window_.Open();
+    window_.Tick();
+    const auto viewing = [this] {
+        TakeDrawnTexts();
+        window_.Seen();
+        const std::vector<std::wstring> texts = TakeDrawnTexts();
+        return texts.size() < 2 ? std::wstring() : texts[texts.size() - 2];
+    };
+    EXPECT_EQ(viewing(), L"Viewing 1000 Files ");
+    ExpectShown({&Page().PageRowsAll, false, L"Viewing 1000 Files "});
+    Click(Page().cmdViewSingle);
+    Click(Page().cmdSkipLast);
+    EXPECT_EQ(viewing(), L"Viewing File 1000 of 1000");
+}
+
+// Each axis of the dialog has units of its own, and neither is a pixel.
+TEST_F(AudioPage, RowsStandByTheUnitsOfTheDialog) {
+    AddFiles(2);
+    SetRows(Page().PageRowsAll, {L"Fits", L"Much, much, much too wide for its place"});
+    Page().PageRowsAll[1]->LabelX = -70;
+    window_.Open();
+    const POINT units = InPixels({100, 100});
+    ASSERT_NE(units.x, units.y);
+    ASSERT_NE(units.x, 100);
+    ASSERT_NE(units.y, 100);
+    ExpectShown({&Page().PageRowsAll, false, L"Viewing 2 Files "});
 }
 
 TEST_F(AudioPage, OfTwoFilesShowsTheirSumAtFirst) {
@@ -466,6 +595,29 @@ TEST_F(AudioPage, EachViewIsPaintedAnewAsAWhole) {
     EXPECT_TRUE(window_.WaitsForPaint());
 }
 
+TEST_F(AudioPage, EachViewIsPaintedOnErasedGround) {
+    AddFiles(2);
+    window_.OpenAndRead();
+    UpdateWindow(window_.Dialog());
+    const int before = window_.TimesErased();
+    UpdateWindow(window_.Dialog());
+    EXPECT_EQ(window_.TimesErased(), before);
+    Click(Page().cmdViewSingle);
+    UpdateWindow(window_.Dialog());
+    EXPECT_EQ(window_.TimesErased(), before + 1);
+}
+
+TEST_F(AudioPage, ANewViewLeavesTheOptionsMenuAsItIs) {
+    AddFiles(2);
+    window_.OpenAndRead();
+    Page().cmdOptMenu.Disable();
+    Click(Page().cmdViewSingle);
+    EXPECT_FALSE(window_.IsEnabled(Page().cmdOptMenu));
+    Page().cmdOptMenu.Enable();
+    Click(Page().cmdViewSingle);
+    EXPECT_TRUE(window_.IsEnabled(Page().cmdOptMenu));
+}
+
 TEST_F(AudioPage, TheArrowsOfTheCoverStepAndEachReadingStartsAtTheFirst) {
     AddFileWithCovers(2);
     AddFile(L"Other");
@@ -508,10 +660,12 @@ TEST_F(AudioPage, AFileWithoutATagHasNoCase) {
 
 TEST_F(AudioPage, TextsGrowWithTheScreensLinesPerInch) {
     AddFiles(2);
-    window_.OpenAndRead();
-    const Picture usual = WithoutButtons(window_.Seen());
-    const ScreenResolution screen(192);
-    EXPECT_FALSE(SamePictures(WithoutButtons(window_.Seen()), usual));
+    SetRows(Page().PageRowsAll, {L"short"});
+    window_.Open();
+    window_.Tick();
+    const ScreenResolution screen(125);
+    // 13 * 125 / 96 is 16.9.
+    ExpectShown({&Page().PageRowsAll, false, L"Viewing 2 Files ", 16});
 }
 
 // Tips.
@@ -538,6 +692,22 @@ TEST_F(AudioPage, ValuesThatDoNotFitHaveTips) {
     EXPECT_EQ(lines.delayMs, 0u);
     EXPECT_EQ(lines.durationMs, 0u);
     EXPECT_EQ(Page().RowTips[1]->toolRect.top, window_.Y(60));
+}
+
+TEST_F(AudioPage, TheAreasOfTipsGrowWithTheScreensLinesPerInch) {
+    AddFiles(2);
+    SetRows(Page().PageRowsAll, {L"One\rTwo"});
+    window_.Open();
+    const ScreenResolution screen(125);
+    window_.Tick();
+    ASSERT_EQ(Page().RowTips.Count(), 1);
+    const RECT& area = Page().RowTips[0]->toolRect;
+    const NWindowDC dc;
+    NFont font;
+    font.Create(dc.dc, nullptr, 16, 0);
+    EXPECT_EQ(area.bottom - area.top, font.TextHeight(L"Ay"));
+    font.Create(dc.dc, nullptr, 13, 0);
+    EXPECT_GT(area.bottom - area.top, font.TextHeight(L"Ay"));
 }
 
 TEST_F(AudioPage, TipsAreThoseOfTheRowsInView) {

@@ -48,9 +48,9 @@ protected:
         for (int number = 1; number <= count; ++number)
             AddFile((L"Title " + std::to_wstring(number)).c_str());
     }
-    void AddFileWithCovers(int count) {
+    void AddFileWithCovers(int count, const wchar_t* title = L"With covers") {
         ScriptedAudio audio;
-        audio.Tag(L"title", L"With covers");
+        audio.Tag(L"title", title);
         constexpr uint32_t colours[] = {0xC83232, 0x32A050, 0x3250C8};
         for (int number = 1; number <= count; ++number) {
             const NBuffer cover = PlainBitmapFile(88, 88, colours[number - 1]);

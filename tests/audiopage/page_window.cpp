@@ -23,7 +23,7 @@ PageWindow::~PageWindow() {
 
 void PageWindow::Open() {
     dialog_ = CreateDialogParamW(NModuleInstance(), MAKEINTRESOURCEW(IDD_AUDIO_PAGE), sheet_,
-                                 DialogProc, reinterpret_cast<LPARAM>(page_.get()));
+                                 DialogProc, reinterpret_cast<LPARAM>(this));
     ASSERT_NE(dialog_, nullptr);
     ShowWindow(dialog_, SW_SHOW);
 }
@@ -35,21 +35,27 @@ void PageWindow::Close() {
 }
 
 INT_PTR CALLBACK PageWindow::DialogProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
-    auto* page = reinterpret_cast<clAudioPropPage*>(GetWindowLongPtrW(dialog, GWLP_USERDATA));
+    auto* window = reinterpret_cast<PageWindow*>(GetWindowLongPtrW(dialog, GWLP_USERDATA));
     int32_t handled = 0;
-    const LRESULT result = page ? page->OnMessage(dialog, message, wParam, lParam, &handled) : 0;
+    const LRESULT result =
+        window ? window->Page().OnMessage(dialog, message, wParam, lParam, &handled) : 0;
     if (handled) {
         SetWindowLongPtrW(dialog, DWLP_MSGRESULT, result);
         return TRUE;
     }
     if (message == WM_INITDIALOG) {
         SetWindowLongPtrW(dialog, GWLP_USERDATA, lParam);
-        page = reinterpret_cast<clAudioPropPage*>(lParam);
-        page->Hwnd = dialog;
-        page->OnInit();
+        reinterpret_cast<PageWindow*>(lParam)->OnInitDialog(dialog);
     }
+    if (window && message == WM_ERASEBKGND)
+        ++window->timesErased_;
     return message == WM_CTLCOLORDLG ? reinterpret_cast<INT_PTR>(GetSysColorBrush(COLOR_WINDOW))
                                      : FALSE;
+}
+
+void PageWindow::OnInitDialog(HWND dialog) {
+    page_->Hwnd = dialog;
+    page_->OnInit();
 }
 
 void PageWindow::Tick() {

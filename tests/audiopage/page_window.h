@@ -39,13 +39,17 @@ public:
     LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
     // Whether the window waits to be painted anew, all of it.
     bool WaitsForPaint() const;
+    // How often the dialog was asked to erase its ground so far.
+    int TimesErased() const { return timesErased_; }
     // What the window shows when all of it is painted.
     Picture Seen();
 
 private:
+    void OnInitDialog(HWND dialog);
     static INT_PTR CALLBACK DialogProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam);
 
     std::unique_ptr<clAudioPropPage> page_ = std::make_unique<clAudioPropPage>();
     HWND sheet_ = nullptr;
     HWND dialog_ = nullptr;
+    int timesErased_ = 0;
 };

@@ -145,6 +145,22 @@ TEST_F(PaintedRow, AValueAsWideAsItsWidthLosesCharactersUntilItFitsWithDots) {
     ExpectSame();
 }
 
+TEST_F(PaintedRow, AFirstLineThatDoesNotFitWithItsDotsLosesCharacters) {
+    row_.Value = L"Firstline\rSecond";
+    row_.ValueWidth = WidthOf(L"Firstline...");
+    ASSERT_LT(WidthOf(L"Firstlin..."), row_.ValueWidth);
+    ExpectLabel();
+    ExpectCutValue(L"Firstlin");
+    ExpectSame();
+}
+
+TEST_F(PaintedRow, OfAnEmptyFirstLineTheIconIsPaintedAlone) {
+    row_.Value = L"\rTwo";
+    ExpectLabel();
+    ExpectIcon(ValueX + 2);
+    ExpectSame();
+}
+
 TEST_F(PaintedRow, AValueWithoutRoomForACharacterPaintsNothingAndNoIcon) {
     row_.Value = L"Anna";
     row_.ValueWidth = 1;

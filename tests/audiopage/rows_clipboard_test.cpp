@@ -1,10 +1,14 @@
 #include "audiopage/rows_clipboard.h"
+#include "foundation/module_instance.h"
 #include "foundation/unique_handle.h"
+#include "tests/audiopage/painted_canvas.h"
 #include "tests/support/clipboard_turn.h"
 #include "tests/support/leak_counters.h"
 #include "tests/support/nstring_printer.h"
 #include "tests/support/test_cursor.h"
+#include "toolkit/nicon.h"
 #include "toolkit/ntooltip.h"
+#include "toolkit/tip_platform.h"
 
 #include <atomic>
 #include <string>
@@ -53,6 +57,20 @@ TEST_F(CopiedRows, GoToTheClipboardNarrowAndWide) {
     EXPECT_STREQ(ClipboardTurn::Bytes(CF_TEXT).c_str(), text.ToNarrow());
 }
 
+// As the platform tells it, what is set comes before what is made of that.
+TEST_F(CopiedRows, TheNarrowTextIsSetFirstAndForNoWindow) {
+    Add(L"Artist", L"Anna");
+    NToolTip tip;
+    CopyRowsToClipboard(rows_, tip);
+    EXPECT_EQ(GetClipboardOwner(), nullptr);
+    ASSERT_TRUE(OpenClipboard(nullptr));
+    const UINT first = EnumClipboardFormats(0);
+    const UINT second = EnumClipboardFormats(first);
+    CloseClipboard();
+    EXPECT_EQ(first, static_cast<UINT>(CF_TEXT));
+    EXPECT_EQ(second, static_cast<UINT>(CF_UNICODETEXT));
+}
+
 TEST_F(CopiedRows, ATipNearTheCursorTellsOfIt) {
     Add(L"Artist", L"Anna");
     TestCursor::MoveTo(300, 200);
@@ -68,6 +86,75 @@ TEST_F(CopiedRows, ATipNearTheCursorTellsOfIt) {
     EXPECT_EQ(tip.scene.texts[0]->text, L"Copied to Clipboard");
     ASSERT_EQ(tip.scene.icons.Count(), 1);
     EXPECT_EQ(tip.scene.icons[0]->icon.Width(), 16);
+}
+
+namespace {
+Picture PictureOf(const NIcon& icon) {
+    const Paper paper(16, 16);
+    EXPECT_TRUE(icon.Draw(paper.Dc(), 0, 0));
+    return paper.Seen();
+}
+
+Picture PictureOfIcon(int id) {
+    NIcon icon;
+    EXPECT_TRUE(icon.Load(id, 16, 16, NModuleInstance()));
+    return PictureOf(icon);
+}
+} // namespace
+
+TEST_F(CopiedRows, TheTipHasTheIconOfTheClipboard) {
+    NToolTip tip;
+    CopyRowsToClipboard(rows_, tip);
+    ASSERT_EQ(tip.scene.icons.Count(), 1);
+    const Picture shown = PictureOf(tip.scene.icons[0]->icon);
+    EXPECT_TRUE(SamePictures(shown, PictureOfIcon(223)));
+    EXPECT_FALSE(SamePictures(shown, PictureOfIcon(224)));
+}
+
+namespace {
+// Has another thread try to open the clipboard each time that the owner of a
+// tip waits for it.
+class TriesWhileWaiting {
+public:
+    TriesWhileWaiting() {
+        tries = opened = 0;
+        former_ = tipPlatform;
+        tipPlatform.wait = [](DWORD ms) {
+            std::thread(Try).join();
+            former_.wait(ms);
+        };
+    }
+    ~TriesWhileWaiting() { tipPlatform = former_; }
+    TriesWhileWaiting(const TriesWhileWaiting&) = delete;
+    TriesWhileWaiting& operator=(const TriesWhileWaiting&) = delete;
+
+    inline static std::atomic<int> tries;
+    inline static std::atomic<int> opened;
+
+private:
+    static void Try() {
+        const HWND window = CreateWindowExW(0, L"STATIC", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
+                                            nullptr, nullptr);
+        ++tries;
+        if (OpenClipboard(window)) {
+            ++opened;
+            CloseClipboard();
+        }
+        DestroyWindow(window);
+    }
+
+    inline static TipPlatform former_{};
+};
+} // namespace
+
+TEST_F(CopiedRows, TheClipboardStaysOpenUntilTheTipIsUp) {
+    Add(L"Artist", L"Anna");
+    const TriesWhileWaiting tries;
+    NToolTip tip;
+    CopyRowsToClipboard(rows_, tip);
+    EXPECT_TRUE(tip.IsVisible());
+    EXPECT_GT(tries.tries, 0);
+    EXPECT_EQ(tries.opened, 0);
 }
 
 namespace {
