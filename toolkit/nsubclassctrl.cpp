@@ -15,6 +15,9 @@ void NSubClassCtrl::Bind(HWND window) {
     if (!window)
         return;
     NMutexLock turn(subclassLock);
+    // Another object's window: its previous procedure would be this very one.
+    if (GetWindowLongPtrW(window, GWLP_WNDPROC) == reinterpret_cast<LONG_PTR>(SubclassProc))
+        return;
     boundWindow = window;
     SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     previousProc = reinterpret_cast<WNDPROC>(
@@ -36,19 +39,20 @@ void NSubClassCtrl::Unbind() {
 
 LRESULT CALLBACK NSubClassCtrl::SubclassProc(HWND window, UINT message, WPARAM wParam,
                                              LPARAM lParam) {
-    // An exception that left the procedure would end the whole process.
-    try {
-        NMutexLock turn(subclassLock);
-        auto* control = reinterpret_cast<NSubClassCtrl*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-        // Read before the handler, which may destroy the object.
-        const WNDPROC previous = control ? control->previousProc : nullptr;
-        if (!previous)
-            return 0;
-        int32_t handled = 0;
-        const LRESULT result =
-            control->OnSubclassMessage(window, message, wParam, lParam, &handled);
-        return handled ? result : CallWindowProcW(previous, window, message, wParam, lParam);
-    } catch (...) {
+    NMutexLock turn(subclassLock);
+    auto* control = reinterpret_cast<NSubClassCtrl*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    // Read before the handler, which may destroy the object.
+    const WNDPROC previous = control ? control->previousProc : nullptr;
+    if (!previous)
         return 0;
+    int32_t handled = 0;
+    LRESULT result = 0;
+    // An exception that left the procedure would end the whole process. The
+    // window still gets its message: one to paint would come for ever.
+    try {
+        result = control->OnSubclassMessage(window, message, wParam, lParam, &handled);
+    } catch (...) {
+        handled = 0;
     }
+    return handled ? result : CallWindowProcW(previous, window, message, wParam, lParam);
 }

@@ -9,8 +9,10 @@
 // has one object at most, whose address is in its GWLP_USERDATA.
 //
 // One process-wide lock is held through each message of each bound window,
-// default processing included. It is recursive on one thread: a handler may
-// send messages, bind and unbind.
+// default processing included. So it is held, too, as long as a menu is open
+// that a key of the window opened, and the bound windows of other threads wait.
+// That is wanted. The lock is recursive on one thread: a handler may send
+// messages, bind and unbind.
 class NSubClassCtrl {
 public:
     NSubClassCtrl() = default;
@@ -20,13 +22,13 @@ public:
 
     // Every message of the bound window comes here first. The window's own
     // procedure follows, and gives the result, unless `*handled` comes back
-    // set.
+    // set. It follows an exception, too, which goes no further.
     virtual LRESULT OnSubclassMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
                                       int32_t* handled);
 
-    // Leaves an earlier window. With null, or for a window whose procedure
-    // can't be replaced (one of another process, or none at all), `boundWindow`
-    // is null after it.
+    // Leaves an earlier window. With null, for a window that another object
+    // has, or for one whose procedure can't be replaced (it is of another
+    // process, or is none at all), `boundWindow` is null after it.
     void Bind(HWND window);
     // Gives the window its own procedure back. May be called again.
     void Unbind();

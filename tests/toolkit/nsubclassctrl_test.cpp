@@ -1,3 +1,4 @@
+#include "foundation/unique_handle.h"
 #include "toolkit/nsubclassctrl.h"
 
 #include <gtest/gtest.h>
@@ -82,28 +83,63 @@ size_t SlotOf(Operation operation) {
     return (offsetPlusOne - 1) / sizeof(void*);
 }
 
-// Another thread that binds an object to a window of its own.
+// Another thread, which binds an object to a window of its own and unbinds it,
+// each when it is told to.
 class OtherThread {
 public:
-    void Start() {
+    OtherThread() = default;
+    OtherThread(const OtherThread&) = delete;
+    OtherThread& operator=(const OtherThread&) = delete;
+    ~OtherThread() {
+        SetEvent(mayUnbind_.Get());
+        if (thread_.joinable())
+            thread_.join();
+    }
+
+    // Comes back when Bind is the thread's next step.
+    void Bind() {
         thread_ = std::thread([this] {
             PlainWindow window;
             Control control;
+            SetEvent(aboutToBind_.Get());
             control.Bind(window.handle);
-            SetEvent(bound_);
+            SetEvent(bound_.Get());
+            Wait(mayUnbind_);
+            SetEvent(aboutToUnbind_.Get());
+            control.Unbind();
+            SetEvent(unbound_.Get());
         });
+        EXPECT_TRUE(Wait(aboutToBind_));
     }
-    // Within a tenth of a second: long enough for a thread that isn't held up
-    // to be seen.
-    bool IsBoundSoon() const { return WaitForSingleObject(bound_, 100) == WAIT_OBJECT_0; }
-    bool IsBoundInTheEnd() const { return WaitForSingleObject(bound_, 30000) == WAIT_OBJECT_0; }
-    ~OtherThread() {
-        thread_.join();
-        CloseHandle(bound_);
+    // The same for Unbind.
+    void Unbind() {
+        SetEvent(mayUnbind_.Get());
+        EXPECT_TRUE(Wait(aboutToUnbind_));
     }
 
+    bool IsBoundSoon() const { return Wait(bound_, Soon); }
+    bool IsBoundInTheEnd() const { return Wait(bound_); }
+    bool IsUnboundSoon() const { return Wait(unbound_, Soon); }
+    bool IsUnboundInTheEnd() const { return Wait(unbound_); }
+
 private:
-    HANDLE bound_ = CreateEventW(nullptr, TRUE, FALSE, nullptr);
+    // In milliseconds: a thread that isn't held up makes its next step within
+    // the one, and within the other in any case.
+    static constexpr DWORD Soon = 100;
+    static constexpr DWORD LongEnough = 30000;
+
+    static UniqueKernelHandle NewEvent() {
+        return UniqueKernelHandle(CreateEventW(nullptr, TRUE, FALSE, nullptr));
+    }
+    static bool Wait(const UniqueKernelHandle& event, DWORD milliseconds = LongEnough) {
+        return WaitForSingleObject(event.Get(), milliseconds) == WAIT_OBJECT_0;
+    }
+
+    UniqueKernelHandle aboutToBind_ = NewEvent();
+    UniqueKernelHandle bound_ = NewEvent();
+    UniqueKernelHandle mayUnbind_ = NewEvent();
+    UniqueKernelHandle aboutToUnbind_ = NewEvent();
+    UniqueKernelHandle unbound_ = NewEvent();
     std::thread thread_;
 };
 } // namespace
@@ -223,8 +259,6 @@ TEST(NSubClassCtrl, AWindowWhoseProcedureCannotBeReplacedIsNotBound) {
     Control control;
     control.Bind(GetDesktopWindow());
     EXPECT_EQ(nullptr, control.boundWindow);
-    EXPECT_NE(reinterpret_cast<LONG_PTR>(&control),
-              GetWindowLongPtrW(GetDesktopWindow(), GWLP_USERDATA));
     HWND gone = nullptr;
     {
         PlainWindow window;
@@ -284,15 +318,73 @@ TEST(NSubClassCtrl, AHandlerMaySendMessagesToItsWindow) {
     EXPECT_EQ(OwnAnswer + 8, nested);
 }
 
-TEST(NSubClassCtrl, AnExceptionStaysInside) {
+TEST(NSubClassCtrl, AWindowThatHasAnObjectIsNotBoundToAnother) {
+    PlainWindow window;
+    Control first;
+    Control second;
+    first.Bind(window.handle);
+    second.Bind(window.handle);
+    EXPECT_EQ(nullptr, second.boundWindow);
+    EXPECT_EQ(nullptr, second.previousProc);
+    EXPECT_EQ(reinterpret_cast<LONG_PTR>(&first), window.UserData());
+    EXPECT_EQ(OwnAnswer + 3, window.Ask(3));
+    EXPECT_EQ(1, first.asked);
+    EXPECT_EQ(0, second.asked);
+    second.Unbind();
+    EXPECT_EQ(OwnAnswer + 4, window.Ask(4));
+    EXPECT_EQ(2, first.asked);
+    // Free again, it may have the other.
+    first.Unbind();
+    second.Bind(window.handle);
+    EXPECT_EQ(window.handle, second.boundWindow);
+    EXPECT_EQ(OwnProcedure, second.previousProc);
+    EXPECT_EQ(OwnAnswer + 5, window.Ask(5));
+    EXPECT_EQ(1, second.asked);
+}
+
+TEST(NSubClassCtrl, BindingItsWindowAgainChangesNothing) {
     PlainWindow window;
     Control control;
+    control.Bind(window.handle);
+    control.Bind(window.handle);
+    EXPECT_EQ(window.handle, control.boundWindow);
+    EXPECT_EQ(OwnProcedure, control.previousProc);
+    EXPECT_EQ(OwnAnswer + 3, window.Ask(3));
+    EXPECT_EQ(1, control.asked);
+}
+
+TEST(NSubClassCtrl, AnExceptionStaysInsideAndLeavesTheMessageToTheWindow) {
+    PlainWindow window;
+    Control control;
+    control.handles = 1; // was set before the exception
     control.whenAsked = [] { throw std::runtime_error("of a handler"); };
     control.Bind(window.handle);
-    EXPECT_EQ(0, window.Ask(3));
+    EXPECT_EQ(OwnAnswer + 3, window.Ask(3));
     OtherThread other; // the lock is free again
-    other.Start();
+    other.Bind();
     EXPECT_TRUE(other.IsBoundInTheEnd());
+}
+
+TEST(NSubClassCtrl, AWindowWhoseObjectThrowsAtAPaintIsPaintedOnce) {
+    struct Throwing : NSubClassCtrl {
+        int paints = 0;
+        LRESULT OnSubclassMessage(HWND, UINT message, WPARAM, LPARAM, int32_t*) override {
+            if (message == WM_PAINT) {
+                ++paints;
+                throw 5;
+            }
+            return 0;
+        }
+    } control;
+    PlainWindow window;
+    ShowWindow(window.handle, SW_SHOWNA);
+    UpdateWindow(window.handle);
+    control.Bind(window.handle);
+    InvalidateRect(window.handle, nullptr, FALSE);
+    ASSERT_TRUE(GetUpdateRect(window.handle, nullptr, FALSE));
+    UpdateWindow(window.handle);
+    EXPECT_EQ(1, control.paints);
+    EXPECT_FALSE(GetUpdateRect(window.handle, nullptr, FALSE));
 }
 
 TEST(NSubClassCtrl, TheLockIsHeldThroughTheHandler) {
@@ -301,7 +393,7 @@ TEST(NSubClassCtrl, TheLockIsHeldThroughTheHandler) {
     OtherThread other;
     bool boundMeanwhile = true;
     control.whenAsked = [&] {
-        other.Start();
+        other.Bind();
         boundMeanwhile = other.IsBoundSoon();
     };
     control.Bind(window.handle);
@@ -317,11 +409,28 @@ TEST(NSubClassCtrl, TheLockIsHeldThroughTheWindowsOwnProcedure) {
     bool boundMeanwhile = true;
     control.Bind(window.handle);
     insideOwnProcedure = [&] {
-        other.Start();
+        other.Bind();
         boundMeanwhile = other.IsBoundSoon();
     };
     window.Ask();
     insideOwnProcedure = nullptr;
     EXPECT_FALSE(boundMeanwhile);
     EXPECT_TRUE(other.IsBoundInTheEnd());
+}
+
+TEST(NSubClassCtrl, UnbindingTakesTheLockToo) {
+    PlainWindow window;
+    Control control;
+    OtherThread other;
+    other.Bind();
+    ASSERT_TRUE(other.IsBoundInTheEnd());
+    bool unboundMeanwhile = true;
+    control.whenAsked = [&] {
+        other.Unbind();
+        unboundMeanwhile = other.IsUnboundSoon();
+    };
+    control.Bind(window.handle);
+    window.Ask();
+    EXPECT_FALSE(unboundMeanwhile);
+    EXPECT_TRUE(other.IsUnboundInTheEnd());
 }
