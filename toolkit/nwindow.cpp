@@ -28,15 +28,23 @@ NWindow::~NWindow() {
 void NWindow::Create(const wchar_t* title, const RECT& rect, DWORD style, DWORD exStyle,
                      HWND parent, UINT classStyle, const wchar_t* ofClass, HMENU menu) {
     Destroy();
-    if (!ofClass && !RegisterOwnClass(classStyle))
+    if (isBeingDestroyed_ || (!ofClass && !RegisterOwnClass(classStyle)))
         return;
     HWND window = CreateWindowExW(exStyle, ofClass ? ofClass : className.Text, title, style,
                                   rect.left, rect.top, Extent(rect.left, rect.right),
                                   Extent(rect.top, rect.bottom), parent, menu, HostModule(), this);
     // The window procedure has bound the object by now, and a handler may have
-    // destroyed the window again; another's class has done neither.
-    if (!window || ofClass)
+    // destroyed the window again, or made another; a class that isn't the
+    // toolkit's has done nothing of that.
+    if (!hwnd && IsWindow(window)) {
         hwnd = window;
+        isDialog = 0;
+    }
+    // A creation that was refused after binding.
+    if (hwnd && !IsWindow(hwnd)) {
+        RemoveFromRegistry(this);
+        hwnd = nullptr;
+    }
 }
 
 // A class for one window, so that its icons, cursor and background are those
@@ -58,6 +66,8 @@ bool NWindow::RegisterOwnClass(UINT classStyle) {
 
 INT_PTR NWindow::ShowDialog(uint16_t resourceId, HWND parent, bool modal, HINSTANCE module) {
     Destroy();
+    if (isBeingDestroyed_)
+        return modal ? -1 : 0;
     if (!module)
         module = HostModule();
     const wchar_t* resource = MAKEINTRESOURCEW(resourceId);
@@ -68,6 +78,10 @@ INT_PTR NWindow::ShowDialog(uint16_t resourceId, HWND parent, bool modal, HINSTA
 }
 
 void NWindow::Destroy() {
+    // A handler of step 1 that comes here again would come for ever.
+    if (isBeingDestroyed_)
+        return;
+    isBeingDestroyed_ = true;
     // 1. The window with its timers. OnDestroy runs, still in the registry.
     if (hwnd) {
         Hide();
@@ -83,6 +97,7 @@ void NWindow::Destroy() {
     RemoveFromRegistry(this);
     // 4. Unbound.
     hwnd = nullptr;
+    isBeingDestroyed_ = false;
 }
 
 void NWindow::DestroyTimers() {

@@ -20,8 +20,10 @@ struct NTimerEntry {
 //
 // An object and its window belong to the thread that made the window; the
 // operations are called on it. A handler may call Destroy or Create, but must
-// not delete its object. What a handler throws goes no further than the window
-// procedure: the message gets default processing.
+// not delete its object. While Destroy runs, which brings OnHide and OnDestroy,
+// all three of Destroy, Create and ShowDialog do nothing. What a handler throws
+// goes no further than the window procedure: the message gets default
+// processing.
 //
 // The derived part is gone when this destructor runs: a class that needs its
 // handlers during teardown calls Destroy in its own.
@@ -127,8 +129,11 @@ public:
     bool IsIconic() const;
     bool IsVisible() const;
     // Takes both icons, either of which may be null, and keeps copies for the
-    // window's class; without a window they stay the caller's. In a dialog the
-    // class is that of all dialogs of the process.
+    // window's class; without a window they stay the caller's. The class of a
+    // dialog is that of all dialogs of the process, and one that Create was
+    // given is others' too: it still names the copies when this object's end
+    // has destroyed them, and its windows are without them until somebody sets
+    // others.
     void SetIcons(HICON big, HICON smallIconGiven);
     // An IDC_ value, for the window's class. Destroys `cursor`.
     void SetCursor(const wchar_t* systemId);
@@ -159,8 +164,13 @@ public:
     // an effect of what the handler does, leaves its own value here. A handler
     // to which that matters sets it last.
     int32_t handled = 0;
-    HWND hwnd = nullptr;      // owned
-    uint8_t isDialog = 0;     // served by the dialog procedure
+    HWND hwnd = nullptr;  // owned
+    uint8_t isDialog = 0; // served by the dialog procedure
+
+private:
+    bool isBeingDestroyed_ = false; // Destroy is at work
+
+public:
     HCURSOR cursor = nullptr; // owned, as the icons are
     HICON bigIcon = nullptr;
     HICON smallIcon = nullptr;

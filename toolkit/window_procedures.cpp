@@ -7,7 +7,8 @@
 namespace {
 void Bind(void* parameter, HWND window, bool isDialog) {
     auto* object = static_cast<NWindow*>(parameter);
-    if (!object)
+    // Whoever sends such a message again must not list the object twice.
+    if (!object || FindInRegistry(window))
         return;
     object->hwnd = window;
     object->isDialog = isDialog;
@@ -17,7 +18,7 @@ void Bind(void* parameter, HWND window, bool isDialog) {
 
 LRESULT CALLBACK NWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     try {
-        if (message == WM_CREATE)
+        if (message == WM_CREATE && lParam)
             Bind(reinterpret_cast<const CREATESTRUCTW*>(lParam)->lpCreateParams, window, false);
         if (NWindow* object = FindInRegistry(window))
             return DispatchToObject(*object, {window, message, wParam, lParam});

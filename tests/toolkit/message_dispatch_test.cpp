@@ -1,6 +1,7 @@
 #include "tests/toolkit/recording_window.h"
 #include "tests/toolkit/test_resources.h"
 #include "tests/toolkit/watched_calls.h"
+#include "tests/toolkit/window_facts.h"
 #include "toolkit/message_dispatch.h"
 #include "toolkit/window_procedures.h"
 #include "toolkit/window_registry.h"
@@ -9,10 +10,9 @@
 
 #include <functional>
 #include <stdexcept>
+#include <thread>
 
 namespace {
-using Calls = std::vector<std::string>;
-
 HWND SomeWindow() {
     return reinterpret_cast<HWND>(0x1234567890);
 }
@@ -272,6 +272,12 @@ TEST(MessageDispatch, NineCommandsHaveOperationsOfTheirOwnBeforeOnCommand) {
         window.calls.clear();
         Dispatch(window, WM_COMMAND, MAKEWPARAM(button.id, BN_KILLFOCUS), SomeWindowParameter);
         EXPECT_EQ(Calls{Call("OnCommand", button.id, SomeWindow(), BN_KILLFOCUS)}, window.calls);
+
+        // What the base does leaves `handled` alone.
+        window.claims = false;
+        EXPECT_EQ(0, Dispatch(window, WM_COMMAND, MAKEWPARAM(button.id, 0)));
+        EXPECT_EQ(1, window.handled);
+        window.claims = true;
     }
     for (WORD id : {WORD{0}, WORD{10}, WORD{0x101}}) {
         window.calls.clear();
@@ -365,6 +371,15 @@ struct Hooked : Base {
     }
 };
 } // namespace
+
+TEST(MessageDispatch, TheBasesHookClaimsNothing) {
+    NWindow object;
+    for (int32_t handled : {0, 7}) {
+        int32_t into = handled;
+        EXPECT_EQ(0, object.OnMessage(SomeWindow(), WM_KEYDOWN, 3, 4, &into));
+        EXPECT_EQ(handled, into);
+    }
+}
 
 TEST(MessageDispatch, TheHookSeesEveryMessageBeforeItsHandler) {
     Hooked<RecordingWindow> window;
@@ -465,7 +480,7 @@ TEST(MessageDispatch, ATimersHandlerRunsWithTheLockHeldAndMayRemoveTheTimer) {
     struct Removing : Timed {
         bool held = false;
         void OnTimer(uint64_t, int64_t) override {
-            held = timerLock.IsLocked();
+            held = !IsFree(timerLock);
             NMutexLock again(timerLock);
             timers.RemoveAt(0);
         }
@@ -474,7 +489,7 @@ TEST(MessageDispatch, ATimersHandlerRunsWithTheLockHeldAndMayRemoveTheTimer) {
     window.AddTimer(8, 80);
     Dispatch(window, WM_TIMER, 8);
     EXPECT_TRUE(window.held);
-    EXPECT_FALSE(window.timerLock.IsLocked());
+    EXPECT_TRUE(IsFree(window.timerLock));
     EXPECT_EQ(0, window.timers.Count());
     EXPECT_EQ(nullptr, window.currentTimer);
 }
@@ -503,8 +518,32 @@ TEST(MessageDispatch, AnExceptionOfAHandlerEndsInDefaultProcessing) {
         EXPECT_EQ(1, CountedDefault::calls);
         EXPECT_EQ(0, CallDialogProcedure(dialog.hwnd, message, 8, 0));
     }
-    EXPECT_FALSE(window.timerLock.IsLocked());
-    EXPECT_FALSE(dialog.timerLock.IsLocked());
+    EXPECT_TRUE(IsFree(window.timerLock));
+    EXPECT_TRUE(IsFree(dialog.timerLock));
+}
+
+TEST(MessageDispatch, OtherThreadsMakeAndDestroyWindowsWhileAHandlerRuns) {
+    constexpr DWORD LongEnough = 30000;
+    struct Waiting : RecordingWindow {
+        UniqueKernelHandle done{CreateEventW(nullptr, TRUE, FALSE, nullptr)};
+        std::thread other;
+        DWORD answer = WAIT_FAILED;
+
+        void OnKeyDown(uint32_t, uint32_t) override {
+            other = std::thread([this] {
+                {
+                    RecordingWindow window;
+                    window.Make();
+                }
+                SetEvent(done.Get());
+            });
+            answer = WaitForSingleObject(done.Get(), LongEnough);
+        }
+    } window;
+    window.Make();
+    window.Send(WM_KEYDOWN);
+    window.other.join();
+    EXPECT_EQ(WAIT_OBJECT_0, window.answer);
 }
 
 TEST(MessageDispatch, AWindowWhoseObjectIsNotInTheRegistryGetsDefaultProcessing) {

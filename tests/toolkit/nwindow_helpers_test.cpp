@@ -11,6 +11,11 @@ TEST(NWindowHelpers, WithoutAWindowTheHelpersDoNothing) {
     NWindow object;
     NWindow dialog;
     dialog.ShowDialog(IDD_PLAIN, nullptr, false);
+    // Another's, since null stands for all windows to some functions.
+    NWindow other;
+    other.Create(L"", Place, WS_OVERLAPPEDWINDOW | WS_VISIBLE | WS_DISABLED);
+    UpdateWindow(other.hwnd);
+    ValidateRect(other.hwnd, nullptr);
     HICON icon = MakeIcon();
     POINT point = {3, 4};
     const RECT none = {};
@@ -41,6 +46,11 @@ TEST(NWindowHelpers, WithoutAWindowTheHelpersDoNothing) {
     EXPECT_EQ(0, object.DlgUnitsX(50, dialog.hwnd));
     EXPECT_EQ(0, object.DlgUnitsY(50, dialog.hwnd));
 
+    EXPECT_FALSE(GetUpdateRect(other.hwnd, nullptr, FALSE));
+    EXPECT_TRUE(other.IsVisible());
+    EXPECT_FALSE(other.IsZoomed());
+    EXPECT_FALSE(IsWindowEnabled(other.hwnd));
+    EXPECT_TRUE(Place == other.WindowRect());
     EXPECT_EQ(3, point.x);
     EXPECT_EQ(4, point.y);
     EXPECT_EQ(nullptr, object.bigIcon);

@@ -34,11 +34,15 @@ std::wstring NextClassName() {
     return L"NWnd" + std::to_wstring(classCounter);
 }
 
-bool IsRegistered(const NWindow& object) {
+int TimesRegistered(const NWindow& object) {
+    int times = 0;
     for (int i = 0; i < windowRegistry.Count; ++i)
-        if (windowRegistry.At(i) == &object)
-            return true;
-    return false;
+        times += windowRegistry.At(i) == &object;
+    return times;
+}
+
+bool IsRegistered(const NWindow& object) {
+    return TimesRegistered(object) > 0;
 }
 
 // The place of an operation in the table of virtual operations, by the two
@@ -258,6 +262,73 @@ TEST(NWindow, NoMessageBeforeBindingReachesTheObject) {
     EXPECT_EQ(WS_CAPTION, GetWindowLongPtrW(object.hwnd, GWL_STYLE) & WS_CAPTION);
 }
 
+TEST(NWindow, NoMessageBeforeBindingReachesADialogsObject) {
+    struct Hooked : RecordingWindow {
+        std::vector<UINT> messages;
+        LRESULT OnMessage(HWND, UINT message, WPARAM, LPARAM, int32_t*) override {
+            messages.push_back(message);
+            return 0;
+        }
+    } object;
+    object.ShowDialog(IDD_PLAIN, nullptr, false);
+    ASSERT_FALSE(object.messages.empty());
+    EXPECT_EQ(static_cast<UINT>(WM_INITDIALOG), object.messages[0]);
+    const auto none = object.messages.end();
+    EXPECT_EQ(none, std::find(object.messages.begin(), none, WM_SETFONT));
+    // Which did come.
+    EXPECT_NE(0, object.Send(WM_GETFONT));
+}
+
+TEST(NWindow, AWindowThatIsBoundIsNotBoundAgain) {
+    RecordingWindow object;
+    RecordingWindow other;
+    object.Make();
+    for (NWindow* brought : {static_cast<NWindow*>(&object), static_cast<NWindow*>(&other)}) {
+        CREATESTRUCTW creation = {};
+        creation.lpCreateParams = brought;
+        object.calls.clear();
+        NWindowProc(object.hwnd, WM_CREATE, 0, reinterpret_cast<LPARAM>(&creation));
+        EXPECT_EQ(Calls{Call("OnCreate", 1)}, object.calls);
+        EXPECT_EQ(1, TimesRegistered(object));
+        EXPECT_EQ(0, TimesRegistered(other));
+        EXPECT_EQ(nullptr, other.hwnd);
+    }
+    RecordingWindow dialog;
+    dialog.ShowDialog(IDD_PLAIN, nullptr, false);
+    for (NWindow* brought : {static_cast<NWindow*>(&dialog), static_cast<NWindow*>(&other)}) {
+        dialog.calls.clear();
+        NDialogProc(dialog.hwnd, WM_INITDIALOG, 0, reinterpret_cast<LPARAM>(brought));
+        EXPECT_EQ(Calls{Call("OnCreate", 1)}, dialog.calls);
+        EXPECT_EQ(1, TimesRegistered(dialog));
+        EXPECT_EQ(0, TimesRegistered(other));
+        EXPECT_EQ(nullptr, other.hwnd);
+    }
+}
+
+TEST(NWindow, ACreationWithoutARecordBindsNothing) {
+    const int before = windowRegistry.Count;
+    EXPECT_EQ(0, NWindowProc(GetDesktopWindow(), WM_CREATE, 0, 0));
+    EXPECT_EQ(0, NDialogProc(GetDesktopWindow(), WM_INITDIALOG, 0, 0));
+    EXPECT_EQ(before, windowRegistry.Count);
+}
+
+TEST(NWindow, TheRegistryLosesAnObjectAtItsFirstPlace) {
+    NWindow first;
+    NWindow second;
+    const int before = windowRegistry.Count;
+    AddToRegistry(&first);
+    AddToRegistry(&second);
+    AddToRegistry(&first);
+    RemoveFromRegistry(&first);
+    ASSERT_EQ(before + 2, windowRegistry.Count);
+    EXPECT_EQ(&second, windowRegistry.At(before));
+    EXPECT_EQ(&first, windowRegistry.At(before + 1));
+    RemoveFromRegistry(&first);
+    RemoveFromRegistry(&first); // isn't there any more
+    RemoveFromRegistry(&second);
+    EXPECT_EQ(before, windowRegistry.Count);
+}
+
 TEST(NWindow, AWindowOfTheClassWithoutAnObjectGetsDefaultProcessing) {
     NWindow object;
     object.Create(L"", Place, WS_POPUP);
@@ -284,6 +355,15 @@ TEST(NWindow, AGivenClassIsUsedAndNoneIsRegistered) {
     EXPECT_EQ(Calls{}, object.calls);
     object.Destroy();
     EXPECT_FALSE(IsWindow(window));
+}
+
+TEST(NWindow, AWindowOfAGivenClassIsNoDialogAlsoAfterOne) {
+    NWindow object;
+    object.ShowDialog(IDD_PLAIN, nullptr, false);
+    ASSERT_EQ(1, object.isDialog);
+    object.Create(L"", Place, WS_POPUP, 0, nullptr, 0, L"STATIC");
+    EXPECT_NE(nullptr, object.hwnd);
+    EXPECT_EQ(0, object.isDialog);
 }
 
 TEST(NWindow, AGivenClassOfTheToolkitsBindsTheObject) {
@@ -341,6 +421,12 @@ TEST(NWindow, ACreationThatTheHookRefusesLeavesNoWindow) {
     } object;
     object.Make();
     EXPECT_EQ(nullptr, object.hwnd);
+    EXPECT_FALSE(IsRegistered(object));
+    NWindow owner;
+    owner.Create(L"", Place, WS_POPUP);
+    object.Create(L"", Place, WS_POPUP, 0, nullptr, 0, owner.className.Text);
+    EXPECT_EQ(nullptr, object.hwnd);
+    EXPECT_FALSE(IsRegistered(object));
     object.refuses = false;
     object.Make();
     EXPECT_NE(nullptr, object.hwnd);
@@ -355,6 +441,32 @@ TEST(NWindow, AHandlerMayDestroyTheWindowWhileItIsMade) {
     object.Make(L"", WS_POPUP | WS_VISIBLE);
     EXPECT_EQ(nullptr, object.hwnd);
     EXPECT_FALSE(IsRegistered(object));
+    NWindow owner;
+    owner.Create(L"", Place, WS_POPUP);
+    object.Create(L"", Place, WS_POPUP | WS_VISIBLE, 0, nullptr, 0, owner.className.Text);
+    EXPECT_EQ(nullptr, object.hwnd);
+    EXPECT_FALSE(IsRegistered(object));
+}
+
+TEST(NWindow, AHandlerMayMakeAnotherWindowWhileOneIsMade) {
+    struct Twice : RecordingWindow {
+        HWND first = nullptr;
+        HWND second = nullptr;
+        void OnCreate(int32_t) override {
+            if (first)
+                return;
+            first = hwnd;
+            Make();
+            second = hwnd;
+        }
+    } object;
+    object.Make();
+    EXPECT_NE(nullptr, object.second);
+    EXPECT_EQ(object.second, object.hwnd);
+    EXPECT_FALSE(IsWindow(object.first));
+    EXPECT_TRUE(IsWindow(object.hwnd));
+    EXPECT_TRUE(IsRegistered(object));
+    EXPECT_TRUE(ClassExists(object.className.Text));
 }
 
 TEST(NWindow, ASecondCreateEndsTheFirstWindowAndItsClassFirst) {
@@ -468,6 +580,67 @@ TEST(NWindow, TeardownHasAnOrder) {
     object.steps.clear();
     object.Destroy();
     EXPECT_EQ(Calls{}, object.steps);
+}
+
+namespace {
+// A window whose handlers call, while it goes, what they must not.
+struct Recurring : RecordingWindow {
+    ~Recurring() override { Destroy(); }
+    void OnHide(int32_t) override { Recur(hides); }
+    void OnDestroy(int32_t) override { Recur(ends); }
+
+    void Recur(int& count) {
+        constexpr int Enough = 5; // so that endless recursion ends
+        if (++count > Enough)
+            return;
+        Destroy();
+        Make();
+        EXPECT_EQ(0, ShowDialog(IDD_PLAIN, nullptr, false));
+        EXPECT_EQ(-1, ShowDialog(IDD_PLAIN, nullptr, true));
+    }
+
+    int hides = 0;
+    int ends = 0;
+};
+} // namespace
+
+TEST(NWindow, WhileItIsDestroyedNothingDestroysItAgainOrMakesAnother) {
+    Recurring object;
+    for (int i = 0; i < 2; ++i) {
+        object.hides = 0;
+        object.ends = 0;
+        object.Make(L"", WS_POPUP | WS_VISIBLE);
+        const HWND window = object.hwnd;
+        ASSERT_NE(nullptr, window);
+        const std::wstring name = object.className.Text;
+        const uint32_t classes = classCounter;
+        object.Destroy();
+        EXPECT_EQ(1, object.hides);
+        EXPECT_EQ(1, object.ends);
+        EXPECT_EQ(classes, classCounter);
+        EXPECT_EQ(nullptr, object.hwnd);
+        EXPECT_FALSE(IsWindow(window));
+        EXPECT_FALSE(ClassExists(name.c_str()));
+        EXPECT_FALSE(IsRegistered(object));
+    }
+}
+
+TEST(NWindow, AHandlerMayDestroyAWindowThatThePlatformDestroys) {
+    struct Ending : RecordingWindow {
+        int ends = 0;
+        void OnDestroy(int32_t) override {
+            constexpr int Enough = 5;
+            if (++ends <= Enough)
+                Destroy();
+        }
+    } object;
+    object.Make();
+    const HWND window = object.hwnd;
+    DestroyWindow(window);
+    EXPECT_EQ(2, object.ends); // Destroy ends it once more
+    EXPECT_EQ(nullptr, object.hwnd);
+    EXPECT_FALSE(IsWindow(window));
+    EXPECT_FALSE(IsRegistered(object));
 }
 
 TEST(NWindow, WithoutAWindowTheTimersStay) {

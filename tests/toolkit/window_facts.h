@@ -1,11 +1,13 @@
 #pragma once
 
+#include "foundation/nmutex.h"
 #include "foundation/windows_lean.h"
 #include "tests/toolkit/test_resources.h"
 #include "toolkit/gdi_owners.h"
 
 #include <algorithm>
 #include <string>
+#include <thread>
 #include <vector>
 
 using Calls = std::vector<std::string>;
@@ -29,6 +31,17 @@ inline bool IsIcon(HICON icon) {
     UniqueBitmap mask(parts.hbmMask);
     UniqueBitmap colour(parts.hbmColor);
     return true;
+}
+
+// Whether another thread could take it: a mutex lets its own thread in.
+inline bool IsFree(NMutex& mutex) {
+    bool taken = false;
+    std::thread([&] {
+        taken = mutex.TryLock();
+        if (taken)
+            mutex.Unlock();
+    }).join();
+    return taken;
 }
 
 inline bool operator==(const RECT& a, const RECT& b) {
