@@ -6,7 +6,7 @@
 #include <cstdint>
 
 // The screen's pixels per logical inch across; -1 until it has been read. It
-// is read once in a process.
+// is read once in a process; a reading that fails is tried again.
 extern std::atomic<int32_t> logPixelsX;
 
 // A size of 96 to the inch in pixels, cut off toward zero. On any thread.

@@ -53,9 +53,10 @@ void NDrawList::PaintElement(HDC dc, int x, int y, Gradient& element) const {
     const int32_t width = rect.right - rect.left;
     const int32_t height = rect.bottom - rect.top;
     if (width != element.cachedWidth || height != element.cachedHeight) {
-        element.cachedWidth = width;
-        element.cachedHeight = height;
-        element.cache.Resize(width, height);
+        const bool made = element.cache.Resize(width, height);
+        // One that couldn't be made is tried again at the next paint.
+        element.cachedWidth = made ? width : 0;
+        element.cachedHeight = made ? height : 0;
         GradientRect(&element.cache, nullptr, nullptr, element.topLeft, element.topRight,
                      element.bottomLeft, element.bottomRight);
     }

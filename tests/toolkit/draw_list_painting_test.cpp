@@ -3,6 +3,7 @@
 #include "tests/toolkit/pixels.h"
 #include "tests/toolkit/test_resources.h"
 #include "tests/toolkit/text_oracle.h"
+#include "tests/toolkit/watched_calls.h"
 #include "toolkit/nbrush.h"
 #include "toolkit/ndrawlist.h"
 #include "toolkit/nfont.h"
@@ -63,6 +64,19 @@ protected:
     NDrawList scene_;
     TestSurface surface_{Width, Height, White};
 };
+
+void NoBrushes() {
+    __wrap___imp_CreateBrushIndirect = [](const LOGBRUSH*) -> HBRUSH { return nullptr; };
+}
+void NoPens() {
+    __wrap___imp_CreatePen = [](int, int, COLORREF) -> HPEN { return nullptr; };
+}
+void NoFonts() {
+    __wrap___imp_CreateFontIndirectW = [](const LOGFONTW*) -> HFONT { return nullptr; };
+}
+void NoBitmaps() {
+    __wrap___imp_CreateCompatibleBitmap = [](HDC, int, int) -> HBITMAP { return nullptr; };
+}
 
 bool IsWithin(const RECT& rect, int x, int y) {
     const POINT point = {x, y};
@@ -254,7 +268,7 @@ TEST_F(Painting, ATextIsDrawnWithItsFaceSizeStyleAndColour) {
         {.x = 2, .y = 1, .text = L"Ay", .underline = true},
         {.x = 2, .y = 1, .text = L"Ay", .fontSize = 18},
         {.x = 2, .y = 1, .text = L"Ay", .fontSize = -11},
-        {.x = 2, .y = 1, .text = L"Ay", .fontFace = L"Arial", .fontSize = 18},
+        {.x = 2, .y = 1, .text = L"Ay", .fontFace = L"Courier", .fontSize = 18},
         {.x = 2,
          .y = 1,
          .text = L"Ay",
@@ -276,6 +290,10 @@ TEST_F(Painting, ATextIsDrawnWithItsFaceSizeStyleAndColour) {
         const RECT ink = surface_.Ink(White);
         EXPECT_FALSE(IsRectEmpty(&ink));
     }
+}
+
+TEST_F(Painting, TheFacesOfThatTestAreTwo) {
+    EXPECT_NE(TextOracle(18, L"Courier").Width(L"Ay"), TextOracle(18, L"Tahoma").Width(L"Ay"));
 }
 
 TEST_F(Painting, ATextIsPlacedByItsOwnSize) {
@@ -696,6 +714,18 @@ TEST_F(Cached, ChangedColoursShowOnlyAfterAnotherSize) {
     EXPECT_EQ(Blue, At(5, 5));
 }
 
+TEST_F(Cached, AGradientWhoseCacheCouldNotBeMadeIsNotDrawnAndIsTriedAgain) {
+    {
+        WatchedCalls watched;
+        NoBitmaps();
+        PaintSized(40, 20);
+        ExpectNothing();
+    }
+    PaintSized(40, 20);
+    ExpectInk(0, 0, 40, 20);
+    EXPECT_EQ(Red, At(1, 1));
+}
+
 TEST_F(Cached, AGradientOfNoSizeIsNotDrawn) {
     Shade().right = 0;
     PaintSized(50, 20);
@@ -722,6 +752,45 @@ void AddAllMarkers(NDrawList& scene) {
                        .bottomRight = Grey});
 }
 } // namespace
+
+TEST(PaintingFailures, AnElementWhoseBrushPenFontOrBitmapCannotBeMadePaintsNothing) {
+    const struct {
+        const char* element;
+        void (*fail)();
+    } cases[] = {{"fill", NoBrushes},     {"box", NoBrushes},   {"box", NoPens},
+                 {"gradient", NoBitmaps}, {"frame", NoBrushes}, {"line", NoPens},
+                 {"text", NoFonts}};
+    for (const auto& each : cases) {
+        SCOPED_TRACE(each.element);
+        NDrawList scene;
+        for (const Marker& marker : Markers())
+            if (marker.name == std::string(each.element))
+                marker.add(scene, {20, 20}, 0, 0);
+        TestSurface surface(60, 60, White);
+        {
+            WatchedCalls watched;
+            each.fail();
+            scene.Paint(surface.Dc(), 0, 0);
+        }
+        RECT ink = surface.Ink(White);
+        EXPECT_TRUE(IsRectEmpty(&ink));
+        scene.Paint(surface.Dc(), 0, 0);
+        ink = surface.Ink(White);
+        EXPECT_FALSE(IsRectEmpty(&ink));
+    }
+}
+
+TEST_F(Painting, ABitmapThatCouldNotBeCopiedPaintsNothing) {
+    NDrawList::Bitmap bitmap;
+    FillBitmap(bitmap, 9, 7, Red);
+    {
+        WatchedCalls watched;
+        NoBitmaps();
+        scene_.AddBitmap(bitmap);
+    }
+    Paint();
+    ExpectNothing();
+}
 
 TEST_F(Painting, EmptyBitmapsAndIconsPaintNothing) {
     scene_.AddBitmap({});

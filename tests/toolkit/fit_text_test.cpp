@@ -61,6 +61,19 @@ TEST_F(FitTextTest, AsMuchIsKeptAsIsNarrowerWithTheDots) {
     }
 }
 
+TEST_F(FitTextTest, TabsAndCarriageReturnsAreCharactersOfTheOneLine) {
+    for (const std::wstring whole : {L"One\tTwo", L"One\rTwo", L"A\tlonger\rone\r\tstill"}) {
+        ASSERT_NE(Width(whole), font_.TextWidth(NString(whole.c_str()), true));
+        for (int maxWidth = Width(whole) + 2; maxWidth > 0; --maxWidth) {
+            SCOPED_TRACE(maxWidth);
+            const std::wstring expected = Expected(whole, maxWidth);
+            NString text = whole.c_str();
+            EXPECT_EQ(expected != whole, FitText(font_, maxWidth, text));
+            EXPECT_EQ(NString(expected.c_str()), text);
+        }
+    }
+}
+
 TEST_F(FitTextTest, ALongTextIsCutAsAShortOne) {
     const std::wstring start = L"Will it fit";
     std::wstring whole;

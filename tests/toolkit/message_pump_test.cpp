@@ -89,6 +89,13 @@ TEST_F(MessagePump, BlockingWithQuitSetTakesAMessageAndDropsIt) {
     EXPECT_FALSE(Waiting());
 }
 
+TEST_F(MessagePump, BlockingGoesOnAfterAMessageWhoseHandlerSetsQuit) {
+    PostKey(VK_ESCAPE);
+    EXPECT_TRUE(PumpMessages(&quit, true, nullptr));
+    EXPECT_EQ(Keys({VK_ESCAPE}), window.calls);
+    EXPECT_TRUE(quit);
+}
+
 TEST_F(MessagePump, PendingHandlesAllMessagesAndGoesOn) {
     EXPECT_TRUE(PumpPending(&quit, nullptr));
     PostKey('A');
@@ -164,14 +171,31 @@ TEST_F(MessagePump, ADialogsKeysAreTheDialogs) {
     }
 }
 
-TEST_F(MessagePump, ADialogThatIsGoneTakesNoMessages) {
+TEST_F(MessagePump, ADialogThatIsGoneIsNotAsked) {
+    static std::vector<HWND> asked;
+    asked.clear();
+    WatchedCalls watched;
+    __wrap___imp_IsDialogMessageW = [](HWND ofDialog, MSG* message) {
+        asked.push_back(ofDialog);
+        return __real___imp_IsDialogMessageW(ofDialog, message);
+    };
     RecordingWindow dialog;
     dialog.ShowDialog(IDD_PLAIN, nullptr, false);
     const HWND gone = dialog.hwnd;
+    PumpPending(&quit, nullptr);
+    for (bool blocking : {true, false}) {
+        PostKey('A');
+        EXPECT_TRUE(PumpMessages(&quit, blocking, gone));
+    }
+    EXPECT_EQ((std::vector{gone, gone}), asked);
     dialog.Destroy();
     PumpPending(&quit, nullptr);
-    window.calls.clear();
-    PostKey('A');
-    EXPECT_TRUE(PumpPending(&quit, gone));
-    EXPECT_EQ(Keys({'A'}), window.calls);
+    for (bool blocking : {true, false}) {
+        asked.clear();
+        window.calls.clear();
+        PostKey('A');
+        EXPECT_TRUE(PumpMessages(&quit, blocking, gone));
+        EXPECT_EQ(Keys({'A'}), window.calls);
+        EXPECT_EQ(std::vector<HWND>{}, asked);
+    }
 }

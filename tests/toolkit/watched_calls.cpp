@@ -23,6 +23,25 @@ decltype(&UnregisterClassW) __wrap___imp_UnregisterClassW = [](const wchar_t* na
 decltype(&RegisterClassExW) __wrap___imp_RegisterClassExW = [](const WNDCLASSEXW* record) {
     return __real___imp_RegisterClassExW(record);
 };
+decltype(&IsDialogMessageW) __wrap___imp_IsDialogMessageW = [](HWND dialog, MSG* message) {
+    return __real___imp_IsDialogMessageW(dialog, message);
+};
+decltype(&GetDeviceCaps) __wrap___imp_GetDeviceCaps = [](HDC dc, int index) {
+    return __real___imp_GetDeviceCaps(dc, index);
+};
+decltype(&CreateCompatibleBitmap) __wrap___imp_CreateCompatibleBitmap = [](HDC dc, int width,
+                                                                           int height) {
+    return __real___imp_CreateCompatibleBitmap(dc, width, height);
+};
+decltype(&CreateBrushIndirect) __wrap___imp_CreateBrushIndirect = [](const LOGBRUSH* form) {
+    return __real___imp_CreateBrushIndirect(form);
+};
+decltype(&CreatePen) __wrap___imp_CreatePen = [](int style, int width, COLORREF colour) {
+    return __real___imp_CreatePen(style, width, colour);
+};
+decltype(&CreateFontIndirectW) __wrap___imp_CreateFontIndirectW = [](const LOGFONTW* form) {
+    return __real___imp_CreateFontIndirectW(form);
+};
 }
 
 void ResetWatchedCalls() {
@@ -32,4 +51,10 @@ void ResetWatchedCalls() {
     __wrap___imp_DestroyWindow = __real___imp_DestroyWindow;
     __wrap___imp_UnregisterClassW = __real___imp_UnregisterClassW;
     __wrap___imp_RegisterClassExW = __real___imp_RegisterClassExW;
+    __wrap___imp_IsDialogMessageW = __real___imp_IsDialogMessageW;
+    __wrap___imp_GetDeviceCaps = __real___imp_GetDeviceCaps;
+    __wrap___imp_CreateCompatibleBitmap = __real___imp_CreateCompatibleBitmap;
+    __wrap___imp_CreateBrushIndirect = __real___imp_CreateBrushIndirect;
+    __wrap___imp_CreatePen = __real___imp_CreatePen;
+    __wrap___imp_CreateFontIndirectW = __real___imp_CreateFontIndirectW;
 }

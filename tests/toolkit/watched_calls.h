@@ -13,6 +13,12 @@ extern decltype(&KillTimer) __wrap___imp_KillTimer;
 extern decltype(&DestroyWindow) __wrap___imp_DestroyWindow;
 extern decltype(&UnregisterClassW) __wrap___imp_UnregisterClassW;
 extern decltype(&RegisterClassExW) __wrap___imp_RegisterClassExW;
+extern decltype(&IsDialogMessageW) __wrap___imp_IsDialogMessageW;
+extern decltype(&GetDeviceCaps) __wrap___imp_GetDeviceCaps;
+extern decltype(&CreateCompatibleBitmap) __wrap___imp_CreateCompatibleBitmap;
+extern decltype(&CreateBrushIndirect) __wrap___imp_CreateBrushIndirect;
+extern decltype(&CreatePen) __wrap___imp_CreatePen;
+extern decltype(&CreateFontIndirectW) __wrap___imp_CreateFontIndirectW;
 
 extern decltype(&DefWindowProcW) __real___imp_DefWindowProcW;
 extern decltype(&GetMessageW) __real___imp_GetMessageW;
@@ -20,6 +26,12 @@ extern decltype(&KillTimer) __real___imp_KillTimer;
 extern decltype(&DestroyWindow) __real___imp_DestroyWindow;
 extern decltype(&UnregisterClassW) __real___imp_UnregisterClassW;
 extern decltype(&RegisterClassExW) __real___imp_RegisterClassExW;
+extern decltype(&IsDialogMessageW) __real___imp_IsDialogMessageW;
+extern decltype(&GetDeviceCaps) __real___imp_GetDeviceCaps;
+extern decltype(&CreateCompatibleBitmap) __real___imp_CreateCompatibleBitmap;
+extern decltype(&CreateBrushIndirect) __real___imp_CreateBrushIndirect;
+extern decltype(&CreatePen) __real___imp_CreatePen;
+extern decltype(&CreateFontIndirectW) __real___imp_CreateFontIndirectW;
 }
 
 void ResetWatchedCalls();
