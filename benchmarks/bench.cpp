@@ -23,7 +23,8 @@ int RunBenches(const BenchPlaces& places) {
     }
     // Its companions lie beside it, not beside this program.
     NSetModuleInstance(module.Get());
-    bool done = BenchMenu(places) && BenchRows(places) && BenchExchange(places) && BenchRecords();
+    bool done = BenchMenu(places) && BenchPage(places) && BenchRows(places) &&
+                BenchExchange(places) && BenchRecords();
     return done ? 0 : 1;
 }
 } // namespace

@@ -27,6 +27,9 @@ bool BenchLoading(const BenchPlaces& places);
 bool BenchMenu(const BenchPlaces& places);
 // BuildPropRows, against the library that reads the files beneath it.
 bool BenchRows(const BenchPlaces& places);
+// Painting the page of one file, against its bare texts; the tick of buttons
+// that nobody points at.
+bool BenchPage(const BenchPlaces& places);
 // RunGetAudioInf, against starting a program.
 bool BenchExchange(const BenchPlaces& places);
 // The serialised form of tag records, against memcpy.

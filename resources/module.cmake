@@ -59,6 +59,12 @@ add_custom_command(OUTPUT ${module_page_signs}
     DEPENDS ${module_art}/draw-page-signs ${module_art}/shapes.py
     COMMENT "Drawing the page's stars and icons"
     VERBATIM)
+set(module_suite_icon ${CMAKE_BINARY_DIR}/resources/icon_suite.ico)
+add_custom_command(OUTPUT ${module_suite_icon}
+    COMMAND ${PYTHON3} -B ${module_art}/draw-suite-icon ${CMAKE_BINARY_DIR}/resources
+    DEPENDS ${module_art}/draw-suite-icon ${module_art}/shapes.py
+    COMMENT "Drawing the icon of the module's windows"
+    VERBATIM)
 set(module_page_pictures ${module_art_frame} ${module_page_buttons} ${module_page_signs})
 # For the tests that show the page too.
 add_custom_target(page_pictures DEPENDS ${module_page_pictures})
@@ -67,7 +73,7 @@ enable_language(RC)
 set_source_files_properties(${module_resources}/module.rc PROPERTIES
     INCLUDE_DIRECTORIES "${CMAKE_SOURCE_DIR};${module_resources};${CMAKE_BINARY_DIR}/resources"
     COMPILE_OPTIONS "-c;65001"
-    OBJECT_DEPENDS "${module_typelib};${module_menu_pictures};${module_page_pictures};${module_resources}/tnwshell.rgs;${module_resources}/audio_page.rc;${module_resources}/resource_ids.h")
+    OBJECT_DEPENDS "${module_typelib};${module_menu_pictures};${module_page_pictures};${module_suite_icon};${module_resources}/tnwshell.rgs;${module_resources}/audio_page.rc;${module_resources}/resource_ids.h")
 
 # DllMain and the exports lie in the shell room, where no other object asks
 # for them: the whole archive is taken.

@@ -9,6 +9,9 @@
 #define IDB_CONVERT_TO 203
 #define IDB_EDIT_ID_TAG 211
 
+// The icon of the module's own windows, 32 x 32.
+#define IDI_SUITE 235
+
 // The page Audio Properties: its dialog, without controls, its icon, and the
 // menu of its button with the one command in it.
 #define IDD_AUDIO_PAGE 206
