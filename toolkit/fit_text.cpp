@@ -36,17 +36,19 @@ bool FitText(NFont& font, int maxWidth, NString& text) {
         text = L"";
         return true;
     }
-    bool cut = CutCoarsely(font, maxWidth, text);
+    // Most texts fit, and are measured once.
+    if (font.TextWidth(text) < maxWidth)
+        return false;
+    if (!CutCoarsely(font, maxWidth, text))
+        text.RemoveAt(NEnd);
     while (!text.IsEmpty()) {
         NString shown = text;
-        if (cut)
-            shown.Append(Ellipsis);
-        if (font.TextWidth(shown) < maxWidth)
+        shown.Append(Ellipsis);
+        if (font.TextWidth(shown) < maxWidth) {
+            text = shown;
             break;
+        }
         text.RemoveAt(NEnd);
-        cut = true;
     }
-    if (cut && !text.IsEmpty())
-        text.Append(Ellipsis);
-    return cut;
+    return true;
 }

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
+#include <optional>
 #include <vector>
 
 static_assert(offsetof(NFont, selected) == 0);
@@ -77,6 +78,19 @@ int TabbedWidth(HDC dc, const NString& line, const std::vector<int>& stops) {
 int LineHeight(HDC dc) {
     return Extent(dc, LineOfFullHeight).cy;
 }
+
+// The font for what is measured; a selection costs as much as a measuring, so
+// that a font which is there already isn't selected again.
+class MeasuringSelection {
+public:
+    MeasuringSelection(HDC dc, HGDIOBJ font) {
+        if (GetCurrentObject(dc, OBJ_FONT) != font)
+            selection_.emplace(dc, font);
+    }
+
+private:
+    std::optional<ScopedSelection> selection_;
+};
 } // namespace
 
 void NFont::Release() {
@@ -132,7 +146,7 @@ void NFont::Deselect() {
 void NFont::SetColour(COLORREF colour) {
     textColour = colour;
     if (selected)
-        Select(dc);
+        SetTextColor(dc, colour);
 }
 
 int NFont::TextWidth(const NString& text, bool multiLine, int tabOffset) {
@@ -142,7 +156,7 @@ int NFont::TextWidth(const NString& text, bool multiLine, int tabOffset) {
 int NFont::TextWidth(HDC target, const NString& text, bool multiLine, int tabOffset) {
     if (!target || !handle)
         return 0;
-    ScopedSelection font(target, handle);
+    const MeasuringSelection font(target, handle);
     if (!multiLine)
         return Extent(target, text).cx;
     std::vector<int> stops;
@@ -167,7 +181,7 @@ int NFont::TextHeight(HDC target, const NString& text, bool multiLine) {
     SplitText(text, multiLine, lines);
     if (lines.Count == 0)
         return 0;
-    ScopedSelection font(target, handle);
+    const MeasuringSelection font(target, handle);
     return lines.Count * LineHeight(target) + (lines.Count - 1) * lineGap;
 }
 
