@@ -135,6 +135,7 @@ set(tagmap_windows
     suite/tagmap/id3v2_save.cpp
     suite/tagmap/id3v2_source.cpp
     suite/tagmap/id3v2_tags.cpp
+    suite/tagmap/id3v2_unsynch.cpp
     suite/tagmap/lesser_tags.cpp
     suite/tagmap/mapping_table.cpp
     suite/tagmap/mp4_bounds.cpp
@@ -355,6 +356,7 @@ set(shell_tests_windows
     tests/shell/loaded_module.cpp
     tests/shell/module_path_test.cpp
     tests/shell/module_test.cpp
+    tests/shell/page_resources_test.cpp
     tests/shell/portable_executable.cpp
     tests/shell/private_classes_root.cpp
     tests/shell/property_sheet_test.cpp
@@ -393,6 +395,7 @@ set(tagmap_tests_windows
     tests/tagmap/id3v2_pictures_test.cpp
     tests/tagmap/id3v2_source_test.cpp
     tests/tagmap/id3v2_tags_test.cpp
+    tests/tagmap/id3v2_unsynch_test.cpp
     tests/tagmap/large_allocations.cpp
     tests/tagmap/lesser_tags_test.cpp
     tests/tagmap/mapping_table_test.cpp
@@ -401,6 +404,7 @@ set(tagmap_tests_windows
     tests/tagmap/mp4_save_test.cpp
     tests/tagmap/mp4_tags_test.cpp
     tests/tagmap/mpeg_frames_test.cpp
+    tests/tagmap/new_tag_test.cpp
     tests/tagmap/ogg_flac_comment_test.cpp
     tests/tagmap/ogg_flac_pictures_test.cpp
     tests/tagmap/pictures_test.cpp

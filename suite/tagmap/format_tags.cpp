@@ -89,9 +89,10 @@ public:
     void Set(clTagRecord& changes, Refusals& refused) override {
         clTagRecord accepted;
         TagLib::APE::Tag& first = *file_.APETag(true);
-        if (!file_.hasAPETag())
-            FillNewTag(*this,
-                       [&](clTagRecord& shown, Refusals& none) { SetApe(first, shown, none); });
+        if (!file_.hasAPETag() && file_.hasID3v1Tag())
+            FillNewTag(
+                changes, [&](clTagRecord& shown) { ReadSureId3v1(*file_.ID3v1Tag(), shown); },
+                [&](clTagRecord& shown, Refusals& none) { SetApe(first, shown, none); });
         SetApe(first, changes, refused);
         TakeAccepted(changes, refused, accepted);
         if (file_.hasID3v1Tag())

@@ -96,6 +96,14 @@ void ReadId3v1(const Tag& tag, clTagRecord& record) {
         AddValues(record, field.Element, StringList(field.Get(tag).stripWhiteSpace()));
 }
 
+void ReadSureId3v1(const Tag& tag, clTagRecord& record) {
+    for (const Field& field : Fields) {
+        const String text = field.Get(tag).stripWhiteSpace();
+        if (text.isAscii())
+            AddValues(record, field.Element, StringList(text));
+    }
+}
+
 void SetId3v1(Tag& tag, clTagRecord& changes) {
     for (int index = 0; index < changes.Count(); ++index) {
         const clTagElement& element = *changes[index];

@@ -32,23 +32,24 @@ public:
     void Read(clTagRecord& record) override {
         if (file_.hasID3v2Tag())
             ReadId3v2(*file_.ID3v2Tag(), record);
-        if (file_.hasAPETag())
-            AddMissingFrom(record, ReadApe, *file_.APETag());
-        if (file_.hasID3v1Tag())
-            AddMissingFrom(record, ReadId3v1, *file_.ID3v1Tag());
+        AddLesser(record, ReadId3v1);
     }
 
     void Set(clTagRecord& changes, Refusals& refused) override {
         TagLib::ID3v2::Tag& first = *file_.ID3v2Tag(true);
         source_.Remember(first);
-        if (!file_.hasID3v2Tag())
-            FillNewTag(*this, [&](clTagRecord& shown, Refusals& none) {
-                SetId3v2(first, shown, version_, none);
-            });
+        const bool isNew = !file_.hasID3v2Tag();
+        if (isNew)
+            FillNewTag(
+                changes, [&](clTagRecord& shown) { AddLesser(shown, ReadSureId3v1); },
+                [&](clTagRecord& shown, Refusals& none) {
+                    SetId3v2(first, shown, version_, none);
+                });
         clTagRecord before;
         clTagRecord accepted;
         ReadId3v2(first, before);
-        if (file_.hasAPETag())
+        // A new tag has them, or is not made.
+        if (!isNew && file_.hasAPETag())
             TakeOverPictures(before, changes, ReadApe, *file_.APETag(), [&](clTagRecord& pictures) {
                 Refusals none;
                 SetId3v2(first, pictures, version_, none);
@@ -93,6 +94,14 @@ public:
     }
 
 private:
+    template <typename Id3v1Reader>
+    void AddLesser(clTagRecord& record, Id3v1Reader readId3v1) {
+        if (file_.hasAPETag())
+            AddMissingFrom(record, ReadApe, *file_.APETag());
+        if (file_.hasID3v1Tag())
+            AddMissingFrom(record, readId3v1, *file_.ID3v1Tag());
+    }
+
     // The library makes one where there is none.
     static TagLib::ID3v2::Tag* Id3v2Of(TagLib::MPEG::File& file) {
         return file.hasID3v2Tag() ? file.ID3v2Tag() : nullptr;
@@ -124,9 +133,11 @@ public:
         clTagRecord accepted;
         source_.Remember(*file_.tag());
         if (!file_.hasID3v2Tag())
-            FillNewTag(*this, [&](clTagRecord& shown, Refusals& none) {
-                SetId3v2(*file_.tag(), shown, version_, none);
-            });
+            FillNewTag(
+                changes, [&](clTagRecord& shown) { ReadAiffTexts(file_, shown); },
+                [&](clTagRecord& shown, Refusals& none) {
+                    SetId3v2(*file_.tag(), shown, version_, none);
+                });
         SetId3v2(*file_.tag(), changes, version_, refused);
         TakeAccepted(changes, refused, accepted);
         SetAiffTexts(file_, accepted);
@@ -165,10 +176,12 @@ public:
         clTagRecord accepted;
         TagLib::ID3v2::Tag& first = *file_.ID3v2Tag(true);
         source_.Remember(first);
-        if (!file_.hasID3v2Tag())
-            FillNewTag(*this, [&](clTagRecord& shown, Refusals& none) {
-                SetId3v2(first, shown, version_, none);
-            });
+        if (!file_.hasID3v2Tag() && file_.hasID3v1Tag())
+            FillNewTag(
+                changes, [&](clTagRecord& shown) { ReadSureId3v1(*file_.ID3v1Tag(), shown); },
+                [&](clTagRecord& shown, Refusals& none) {
+                    SetId3v2(first, shown, version_, none);
+                });
         SetId3v2(first, changes, version_, refused);
         TakeAccepted(changes, refused, accepted);
         if (file_.hasID3v1Tag())

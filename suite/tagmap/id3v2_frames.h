@@ -49,7 +49,6 @@ public:
     static bool IsUnsynchronised(const Frame& frame) {
         return HeaderOf(frame)->unsynchronisation();
     }
-    static bool IsCompressed(const Frame& frame) { return HeaderOf(frame)->compression(); }
     static bool HasLengthInFront(const Frame& frame) {
         return HeaderOf(frame)->dataLengthIndicator();
     }

@@ -2,8 +2,10 @@
 
 #include "suite/tagmap/id3v2_frames.h"
 #include "suite/tagmap/id3v2_tags.h"
+#include "suite/tagmap/id3v2_unsynch.h"
 
 #include <id3v2extendedheader.h>
+#include <id3v2framefactory.h>
 #include <id3v2header.h>
 #include <id3v2synchdata.h>
 #include <textidentificationframe.h>
@@ -22,6 +24,7 @@ using TagLib::File;
 using TagLib::String;
 using TagLib::ID3v2::ExtendedHeader;
 using TagLib::ID3v2::Frame;
+using TagLib::ID3v2::FrameFactory;
 using TagLib::ID3v2::Header;
 using TagLib::ID3v2::Tag;
 using TextFrame = TagLib::ID3v2::TextIdentificationFrame;
@@ -31,16 +34,6 @@ constexpr unsigned FooterSize = 10;
 constexpr unsigned FrameIdSize = 4; // from ID3v2.3 on
 // A size has 28 bits; the headers of the frames and the padding need some room.
 constexpr size_t LargestTag = 0x0FFFFFFF - 0x100000;
-
-// What stands between the tag's header and its end, as the library takes it
-// apart: in the versions before 2.4 the tag as a whole is unsynchronised.
-ByteVector ContentOf(const Header& header, const ByteVector& bytes) {
-    const ByteVector content = bytes.mid(Header::size());
-    if (header.unsynchronisation() &&
-        header.majorVersion() < static_cast<unsigned>(Id3v2NewVersion))
-        return SynchData::decode(content);
-    return content;
-}
 
 unsigned ExtendedHeaderSize(const Header& header, const ByteVector& content) {
     if (!header.extendedHeader())
@@ -89,16 +82,13 @@ void RestoreGenres(TextFrame& frame, const ByteVector& fields) {
     }
 }
 
-// What follows a frame's header, without the bytes that unsynchronisation put
-// in, and without the length that may stand in front, which some writers get
-// wrong. In 2.4 both are matters of single frames.
-ByteVector FieldsOf(const Header& header, const Frame& frame, const ByteVector& bytes) {
-    const ByteVector fields =
-        FrameAccess::HasLengthInFront(frame) ? bytes.mid(sizeof(uint32_t)) : bytes;
-    const bool isUnsynchronised =
-        header.majorVersion() >= static_cast<unsigned>(Id3v2NewVersion) &&
-        (header.unsynchronisation() || FrameAccess::IsUnsynchronised(frame));
-    return isUnsynchronised ? SynchData::decode(fields) : fields;
+// The frame as it is read from all of its fields. Null if the library can't.
+Frame* MakeFrame(const ByteVector& id, const ByteVector& fields) {
+    Header plain;
+    plain.setMajorVersion(static_cast<unsigned>(Id3v2NewVersion));
+    const ByteVector flags(2, '\0');
+    return FrameFactory::instance()->createFrame(
+        id + SynchData::fromUInt(fields.size()) + flags + fields, &plain);
 }
 
 // Nothing but padding, or less than a frame, follows the last frame.
@@ -129,7 +119,7 @@ bool IsMisread(const Header& header) {
 } // namespace
 
 Id3v2Source::Id3v2Source(Tag* tag, const BytesOf& bytesOf) : tag_(tag), bytesOf_(bytesOf) {
-    if (tag_ && MayHaveBracketedGenre())
+    if (tag_ && (MayHaveMisreadFrame() || MayHaveBracketedGenre()))
         LookAtBytes();
 }
 
@@ -144,6 +134,13 @@ Id3v2Source::Id3v2Source(Tag* tag, File& file, long offset)
           const bool isThere = at > 0 || bytes.startsWith(Header::fileIdentifier());
           return isThere ? bytes : ByteVector();
       }) {}
+
+// Whether a length in front of a frame is right, its bytes alone tell.
+bool Id3v2Source::MayHaveMisreadFrame() const {
+    const TagLib::ID3v2::FrameList& frames = tag_->frameList();
+    return std::any_of(frames.begin(), frames.end(),
+                       [](const Frame* frame) { return FrameAccess::HasLengthInFront(*frame); });
+}
 
 // Only the bytes of the genres are read. Where they can't be found by the lengths
 // of the frames alone, any genre may have brackets.
@@ -180,9 +177,11 @@ void Id3v2Source::LookAtBytes() {
         return;
     }
     version_ = static_cast<int>(header.majorVersion());
-    const ByteVector content = ContentOf(header, bytes);
-    Walk(*tag, content);
-    survives_ = EndsAt(header, content, end_) && Id3v2SurvivesSave(*tag);
+    const PlainBytes content = ContentOf(header, bytes);
+    // Before the walk, which reads some frames anew, without their flags.
+    survives_ = !content.IsDoubtful && Id3v2SurvivesSave(*tag);
+    Walk(*tag, content.Bytes);
+    survives_ = survives_ && EndsAt(header, content.Bytes, end_);
 }
 
 // Walks over the frames where they stand.
@@ -192,17 +191,32 @@ void Id3v2Source::Walk(Tag& tag, const ByteVector& content) {
     end_ = ExtendedHeaderSize(header, content);
     for (Frame* frame : FramesOf(tag)) {
         const unsigned size = frame->size();
-        if (!FrameAccess::IsCompressed(*frame)) {
-            const ByteVector fields = content.mid(end_ + headerSize, size);
-            const SourceFrame source = {content.mid(end_, FrameIdSize),
-                                        FieldsOf(header, *frame, fields), ByteVector()};
-            frames_.emplace(frame, source);
-            auto* text = dynamic_cast<TextFrame*>(frame);
-            if (text && frame->frameID() == GenreFrame)
-                RestoreGenres(*text, source.Fields);
-        }
+        // All move to the list's end, so that they keep their order.
+        tag.removeFrame(frame, false);
+        if (!FrameAccess::NeedsFlags(*frame))
+            frame = TakeFields(header, frame, content.mid(end_, FrameIdSize),
+                               content.mid(end_ + headerSize, size));
+        tag.addFrame(frame);
         end_ += headerSize + size;
     }
+}
+
+// Notes what the frame holds. Gives it back, or one in its place.
+Frame* Id3v2Source::TakeFields(const Header& header, Frame* frame, const ByteVector& id,
+                               const ByteVector& stored) {
+    const PlainBytes fields = FieldsOf(header, *frame, stored);
+    survives_ = survives_ && !fields.IsDoubtful;
+    if (IsMisreadByLength(header, *frame, stored, fields.Bytes)) {
+        if (Frame* whole = MakeFrame(id, fields.Bytes)) {
+            delete frame;
+            frame = whole;
+        }
+    }
+    frames_.emplace(frame, SourceFrame{id, fields.Bytes, ByteVector()});
+    auto* text = dynamic_cast<TextFrame*>(frame);
+    if (text && frame->frameID() == GenreFrame)
+        RestoreGenres(*text, fields.Bytes);
+    return frame;
 }
 
 void Id3v2Source::Remember(Tag& tag) {

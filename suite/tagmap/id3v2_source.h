@@ -14,7 +14,9 @@ namespace tagmap {
 // The library stops at a frame of no length or with a malformed name, passes
 // over a second tag behind the first, and drops what stands in brackets before
 // a genre unless it is a number. Genres are given back to the tag, as the text
-// that the file has; the rest can't be, and would be lost by a save.
+// that the file has; the rest can't be, and would be lost by a save. So would
+// bytes that the library takes out as unsynchronisation, and may not be any.
+// Frames that it misreads, by a wrong length in front of them, are read anew.
 //
 // Tag and file live at least as long, and are not changed before Remember.
 class Id3v2Source {
@@ -24,8 +26,8 @@ public:
     using BytesOf = std::function<TagLib::ByteVector(unsigned at, unsigned count)>;
 
     // `tag` may be null. The bytes are asked for when they are needed: for
-    // genres with brackets at once, for all else, which a file that is only
-    // read can do without, by the calls below.
+    // genres with brackets and frames with a length in front at once, for all
+    // else, which a file that is only read can do without, by the calls below.
     Id3v2Source(TagLib::ID3v2::Tag* tag, const BytesOf& bytesOf);
     Id3v2Source(TagLib::ID3v2::Tag* tag, const TagLib::ByteVector& bytes);
     // The tag that begins at that place of the file.
@@ -49,10 +51,14 @@ private:
         TagLib::ByteVector Rendered; // by the library, before a change
     };
 
+    bool MayHaveMisreadFrame() const;
     bool MayHaveBracketedGenre() const;
     // Goes over all bytes, unless that is done.
     void LookAtBytes();
     void Walk(TagLib::ID3v2::Tag& tag, const TagLib::ByteVector& content);
+    TagLib::ID3v2::Frame* TakeFields(const TagLib::ID3v2::Header& header,
+                                     TagLib::ID3v2::Frame* frame, const TagLib::ByteVector& id,
+                                     const TagLib::ByteVector& stored);
     const SourceFrame* SourceOf(TagLib::ID3v2::Frame* frame,
                                 const TagLib::ByteVector& rendered) const;
 

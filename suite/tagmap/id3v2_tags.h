@@ -59,6 +59,9 @@ bool SaveInVersion(TagLib::File& file, TagLib::ID3v2::Tag* tag, int version);
 // Seven elements in Latin-1, cut to the lengths of the fields. Genres are
 // those of the format's list, and none for all others.
 void ReadId3v1(const TagLib::ID3v1::Tag& tag, clTagRecord& record);
+// Leaves out the texts that aren't ASCII: most are in the code page of whoever
+// wrote them, which nothing tells. For a copy that others will believe.
+void ReadSureId3v1(const TagLib::ID3v1::Tag& tag, clTagRecord& record);
 void SetId3v1(TagLib::ID3v1::Tag& tag, clTagRecord& changes);
 void DeleteId3v1(TagLib::ID3v1::Tag& tag, const NStringList& names);
 

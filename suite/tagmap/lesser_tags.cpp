@@ -1,5 +1,6 @@
 #include "suite/tagmap/lesser_tags.h"
 
+#include "suite/tagmap/field_rules.h"
 #include "suite/tagmap/pictures.h"
 
 #include <algorithm>
@@ -131,6 +132,14 @@ void RenumberPictures(clTagRecord& first, clTagRecord& lesser, const NStringList
         if (!name.IsEmpty())
             renumbered.Add(name);
     }
+}
+
+bool AsksRemovalAlone(clTagRecord& changes) {
+    for (int index = 0; index < changes.Count(); ++index) {
+        if (!AsksRemoval(*changes[index]))
+            return false;
+    }
+    return true;
 }
 
 } // namespace tagmap

@@ -2,7 +2,6 @@
 
 #include "codec/tag_record.h"
 #include "foundation/nlists.h"
-#include "suite/tagmap/format_tags.h"
 #include "suite/tagmap/tag_values.h"
 
 // Files with tags of several kinds: one counts first, and the lesser ones are
@@ -79,14 +78,19 @@ void TakeOverPictures(clTagRecord& first, clTagRecord& changes, Reader read, Tag
     CopyPictures(lesser, first);
 }
 
+// Nothing is to be set, so that no tag has to be made.
+bool AsksRemovalAlone(clTagRecord& changes);
+
 // Before a tag that counts first is made for a file that has lesser ones alone:
-// it gets, by `set`, all that the file shows. Programs that know the new tag look
-// at no other.
-template <typename Setter>
-void FillNewTag(FormatTags& file, Setter set) {
+// it gets, by `set`, all that `read` tells of the file. Programs that know the new
+// tag look at no other.
+template <typename Reader, typename Setter>
+void FillNewTag(clTagRecord& changes, Reader read, Setter set) {
+    if (AsksRemovalAlone(changes))
+        return;
     clTagRecord shown;
     Refusals none;
-    file.Read(shown);
+    read(shown);
     set(shown, none);
 }
 

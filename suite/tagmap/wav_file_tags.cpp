@@ -44,9 +44,11 @@ public:
         if (!usesId3_ && !usesInfo_)
             usesId3_ = usesInfo_ = true;
         if (!usesId3_ && NeedsChunk(others)) {
-            FillNewTag(*this, [&](clTagRecord& shown, Refusals& none) {
-                SetId3v2(*file_.ID3v2Tag(), shown, version_, none);
-            });
+            FillNewTag(
+                others, [&](clTagRecord& shown) { Read(shown); },
+                [&](clTagRecord& shown, Refusals& none) {
+                    SetId3v2(*file_.ID3v2Tag(), shown, version_, none);
+                });
             usesId3_ = true;
         }
         if (usesId3_)

@@ -129,8 +129,9 @@ TEST(Id3v2Source, UnsynchronisedTagsAreWalkedAsTheyAreRead) {
     old.replace(old.find(units), units.size(), withZero);
     old.replace(6, 4, BigEndian(static_cast<uint32_t>(old.size() - 10), SynchSafeBits));
     EXPECT_TRUE(Survives(WithTagFlags(old, IsUnsynchronised)));
+    const std::string flags("\0\2", 2);
     EXPECT_TRUE(
-        Survives(WithTagFlags(TagBytes(4, {{"TIT2", withZero}, Artist}), IsUnsynchronised)));
+        Survives(WithTagFlags(TagBytes(4, {{"TIT2", withZero}, Artist}, flags), IsUnsynchronised)));
 }
 
 TEST(Id3v2Source, OldestFramesWithoutANewNameWouldBeLost) {
@@ -180,6 +181,13 @@ TEST(Id3v2Source, AGenreWithoutBracketsIsAllThatAReadAsksFor) {
     const std::string tag = TagBytes(4, {Title, {"TCON", genre}, Artist});
     EXPECT_EQ(AskedOf(tag).ForReading, genre.size());
     EXPECT_EQ(AskedOf(tag).ForSaving, tag.size());
+}
+
+TEST(Id3v2Source, AFrameWithALengthInFrontHasAllBytesLookedAtOnce) {
+    const std::string fields = BigEndian(2, SynchSafeBits) + Latin1Text("t");
+    const std::string tag = TagBytes(4, {{"TIT2", fields}}, std::string("\0\1", 2));
+    EXPECT_EQ(AskedOf(tag).ForReading, tag.size());
+    EXPECT_EQ(AskedOf(tag).ForSaving, 0U);
 }
 
 TEST(Id3v2Source, AGenreWithBracketsHasAllBytesLookedAtOnce) {

@@ -144,25 +144,33 @@ TEST(Mp4Boxes, ASecondMovieIsRefused) {
     ExpectRefused(FileOf(Box("moov", "") + Box("moov", "")));
 }
 
-// The place behind it overflows 32 bits, and was taken for the file's start.
 // The zero that may end user data stands for a box up to the file's end.
 TEST(Mp4Boxes, WhatStandsBehindAZeroInUserDataIsNotPutAtRisk) {
-    const std::string zero(4, '\0');
-    const std::string list = Metadata(Box("ilst", ""));
-    const std::string track = Box("trak", Box("tkhd", std::string(84, '\0')));
-    ExpectRefused(FileOf(Box("moov", Box("mvhd", std::string(100, '\0')) +
-                                         Box("udta", list + zero + zero) + track)));
-    ExpectRefused(FileOf(Box("moov", Box("mvhd", std::string(100, '\0')) +
-                                         Box("trak", Box("udta", Box("name", "x") + zero + zero)) +
-                                         Box("udta", list))));
+    const std::string zeros(8, '\0');
+    const auto withEnds = [](const std::string& listEnd, const std::string& trackEnd) {
+        const std::string movieHead = Box("mvhd", std::string(100, '\0'));
+        const std::string track = Box("trak", Box("tkhd", std::string(84, '\0')) +
+                                                  Box("udta", Box("name", "x") + trackEnd));
+        const std::string list = Box("udta", Metadata(Box("ilst", "")) + listEnd);
+        return FileOf(Box("moov", movieHead + list + track));
+    };
+    ExpectWritten(withEnds("", ""));
+    ExpectRefused(withEnds(zeros, ""));
+    ExpectRefused(withEnds("", zeros));
 }
 
 TEST(Mp4Boxes, ABoxBesideTheListThatReachesTooFarIsRefused) {
-    const std::string tooLong = BigEndian(4000) + "name" + "x";
-    ExpectRefused(FileOf(Box("moov", Box("mvhd", std::string(100, '\0')) +
-                                         Box("udta", Metadata(Box("ilst", "")) + tooLong))));
+    const auto withSize = [](size_t size) {
+        return FileOf(Box(
+            "moov", Box("mvhd", std::string(100, '\0')) +
+                        Box("udta", Metadata(Box("ilst", "")) + BigEndian(size) + "name" + "x")));
+    };
+    ExpectWritten(withSize(9));
+    ExpectRefused(withSize(10));
+    ExpectRefused(withSize(4000));
 }
 
+// The place behind it overflows 32 bits, and was taken for the file's start.
 TEST(Mp4Boxes, ASizeUpToTheLargestNumberEndsTheReading) {
     TestFolder folder;
     for (const char* box : {"moov", "mdat", "free", "trak", "ilst"}) {
