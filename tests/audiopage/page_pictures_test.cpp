@@ -6,7 +6,8 @@
 #include <vector>
 
 namespace {
-constexpr int Tolerance = 24;
+// A misplaced edge or mark is more pixels than that.
+constexpr PictureTolerance Tolerance = {.colour = 24, .pixels = 8};
 constexpr uint32_t White = 0xFFFFFF;
 
 class PagePictures : public PageTest {

@@ -35,11 +35,19 @@ Picture Difference(const Picture& a, const Picture& b) {
     return result;
 }
 
-int GreatestDistance(const Picture& a, const Picture& b) {
+struct Distances {
     int greatest = 0;
-    for (size_t index = 0; index < a.pixels.size(); ++index)
-        greatest = std::max(greatest, PixelDistance(a.pixels[index], b.pixels[index]));
-    return greatest;
+    int pixelsBeyond = 0; // further off than the tolerance
+};
+
+Distances Measure(const Picture& a, const Picture& b, int tolerance) {
+    Distances distances;
+    for (size_t index = 0; index < a.pixels.size(); ++index) {
+        const int distance = PixelDistance(a.pixels[index], b.pixels[index]);
+        distances.greatest = std::max(distances.greatest, distance);
+        distances.pixelsBeyond += distance > tolerance;
+    }
+    return distances;
 }
 } // namespace
 
@@ -118,7 +126,8 @@ int PixelDistance(uint32_t a, uint32_t b) {
 }
 
 testing::AssertionResult LooksLike(const Picture& picture, const std::filesystem::path& golden,
-                                   int tolerance, const std::filesystem::path& outputFolder) {
+                                   const PictureTolerance& tolerance,
+                                   const std::filesystem::path& outputFolder) {
     if (GetEnvironmentVariableW(L"TONEWRIGHT_NEW_PICTURES", nullptr, 0) != 0) {
         bool saved = SavePicture(golden, picture);
         return testing::AssertionFailure()
@@ -126,8 +135,8 @@ testing::AssertionResult LooksLike(const Picture& picture, const std::filesystem
     }
     Picture expected = LoadPicture(golden);
     bool sameSize = expected.width == picture.width && expected.height == picture.height;
-    int distance = sameSize ? GreatestDistance(picture, expected) : 0;
-    if (sameSize && distance <= tolerance)
+    Distances distances = sameSize ? Measure(picture, expected, tolerance.colour) : Distances();
+    if (sameSize && distances.pixelsBeyond <= tolerance.pixels)
         return testing::AssertionSuccess();
 
     std::error_code ignored;
@@ -145,5 +154,7 @@ testing::AssertionResult LooksLike(const Picture& picture, const std::filesystem
     }
     SavePicture(beside(".difference.bmp"), Difference(picture, expected));
     return testing::AssertionFailure()
-           << "up to " << distance << " off " << golden << "; see " << output << ".*";
+           << distances.pixelsBeyond << " pixels off " << golden << " by more than "
+           << tolerance.colour << ", up to " << distances.greatest << ", where " << tolerance.pixels
+           << " may be; see " << output << ".*";
 }

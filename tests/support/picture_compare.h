@@ -29,12 +29,18 @@ bool SavePicture(const std::filesystem::path& path, const Picture& picture);
 // The greatest distance of two pixels in red, green or blue.
 int PixelDistance(uint32_t a, uint32_t b);
 
-// Compares with the picture in the file `golden`; no colour of any pixel may be
-// further off than `tolerance`. On failure the picture and the difference, of
-// which black means none, are written into `outputFolder`, as
-// "<name of golden>.actual.bmp" and "<name of golden>.difference.bmp".
+// What may differ between two pictures that look the same.
+struct PictureTolerance {
+    int colour = 0; // how far off each colour of a pixel may be
+    int pixels = 0; // how many pixels may be further off than that
+};
+
+// Compares with the picture in the file `golden`. On failure the picture and
+// the difference, of which black means none, are written into `outputFolder`,
+// as "<name of golden>.actual.bmp" and "<name of golden>.difference.bmp".
 //
 // With TONEWRIGHT_NEW_PICTURES set in the environment the golden picture is
 // written instead, and the comparison fails: look at it, and run again without.
 testing::AssertionResult LooksLike(const Picture& picture, const std::filesystem::path& golden,
-                                   int tolerance, const std::filesystem::path& outputFolder);
+                                   const PictureTolerance& tolerance,
+                                   const std::filesystem::path& outputFolder);

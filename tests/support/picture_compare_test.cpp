@@ -12,8 +12,8 @@ protected:
             picture_.pixels.push_back(0x081018 * index);
         ASSERT_TRUE(SavePicture(golden_, picture_));
     }
-    testing::AssertionResult Compare(int tolerance) {
-        return LooksLike(picture_, golden_, tolerance, output_);
+    testing::AssertionResult Compare(int colour, int pixels = 0) {
+        return LooksLike(picture_, golden_, {colour, pixels}, output_);
     }
 
     TempFolder folder_;
@@ -51,6 +51,29 @@ TEST_F(PictureCompare, ADifferenceOfOneColourCounts) {
     }
 }
 
+TEST_F(PictureCompare, AsManyPixelsMayBeFurtherOffAsTheBudgetSays) {
+    picture_.pixels[0] = 0xFFFFFF;
+    picture_.pixels[4] += 0x000400;
+    picture_.pixels[5] += 0x000003;
+    EXPECT_TRUE(Compare(3, 2));
+    EXPECT_FALSE(Compare(3, 1));
+    EXPECT_FALSE(Compare(2, 2));
+    EXPECT_TRUE(Compare(2, 3));
+    EXPECT_FALSE(Compare(3));
+}
+
+TEST_F(PictureCompare, AFailureTellsHowManyPixelsAreOff) {
+    picture_.pixels[0] ^= 0x000100;
+    picture_.pixels[1] ^= 0x000010;
+    EXPECT_STREQ(Compare(0, 1).message(),
+                 (testing::Message()
+                  << "2 pixels off " << golden_ << " by more than 0, up to 16, where 1 "
+                  << "may be; see " << output_ / "golden.bmp"
+                  << ".*")
+                     .GetString()
+                     .c_str());
+}
+
 TEST_F(PictureCompare, AFailureLeavesThePictureAndTheDifference) {
     picture_.pixels[5] += 0x000200;
     EXPECT_FALSE(Compare(0));
@@ -62,12 +85,12 @@ TEST_F(PictureCompare, AFailureLeavesThePictureAndTheDifference) {
 TEST_F(PictureCompare, AnotherSizeIsAnotherPicture) {
     picture_.height = 1;
     picture_.pixels.resize(3);
-    EXPECT_FALSE(Compare(255));
+    EXPECT_FALSE(Compare(255, 6));
 }
 
 TEST_F(PictureCompare, WithoutAGoldenPictureTheComparisonFails) {
     std::filesystem::remove(golden_);
-    EXPECT_FALSE(Compare(255));
+    EXPECT_FALSE(Compare(255, 6));
 }
 
 TEST_F(PictureCompare, OnDemandTheGoldenPictureIsWrittenAndTheComparisonFails) {
