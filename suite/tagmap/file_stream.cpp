@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 namespace tagmap {
 
@@ -100,18 +101,19 @@ void FileStream::truncate(long length) {
 
 bool FileStream::ReadCached(int64_t offset, char* bytes, uint32_t count) {
     while (count > 0) {
-        const int64_t inCache = offset - cacheAt_;
-        if (inCache < 0 || inCache >= static_cast<int64_t>(cache_.size())) {
-            // What is larger than the cache goes past it.
+        const CachedBlock* block = FindBlock(offset);
+        if (!block) {
+            // What is larger than a block goes past the cache.
             if (count >= CacheSize)
                 return ReadAt(offset, bytes, count);
-            if (!FillCache(offset))
+            block = ReadBlock(offset);
+            if (!block)
                 return false;
-            continue;
         }
+        const int64_t inBlock = offset - block->at;
         const auto part = static_cast<uint32_t>(
-            std::min<int64_t>(count, static_cast<int64_t>(cache_.size()) - inCache));
-        memcpy(bytes, cache_.data() + inCache, part);
+            std::min<int64_t>(count, static_cast<int64_t>(block->bytes.size()) - inBlock));
+        memcpy(bytes, block->bytes.data() + inBlock, part);
         bytes += part;
         offset += part;
         count -= part;
@@ -119,14 +121,25 @@ bool FileStream::ReadCached(int64_t offset, char* bytes, uint32_t count) {
     return true;
 }
 
-bool FileStream::FillCache(int64_t offset) {
-    const auto count = static_cast<uint32_t>(std::min<int64_t>(CacheSize, size_ - offset));
-    cache_.resize(count);
-    cacheAt_ = offset;
-    if (count > 0 && ReadAt(offset, cache_.data(), count))
-        return true;
-    cache_.clear();
-    return false;
+// The block that holds the byte at `offset`, if it is there.
+const FileStream::CachedBlock* FileStream::FindBlock(int64_t offset) {
+    if (cache_[1].Holds(offset))
+        std::swap(cache_[0], cache_[1]);
+    return cache_[0].Holds(offset) ? &cache_[0] : nullptr;
+}
+
+// Reads the block that holds it, in place of the one used longer ago. Blocks
+// begin at multiples of their size, so that a way back finds the one it is in.
+const FileStream::CachedBlock* FileStream::ReadBlock(int64_t offset) {
+    std::swap(cache_[0], cache_[1]);
+    CachedBlock& block = cache_[0];
+    block.at = offset / CacheSize * CacheSize;
+    const auto count = static_cast<uint32_t>(std::min<int64_t>(CacheSize, size_ - block.at));
+    block.bytes.resize(count);
+    if (block.Holds(offset) && ReadAt(block.at, block.bytes.data(), count))
+        return &block;
+    block.bytes.clear();
+    return nullptr;
 }
 
 bool FileStream::ReadAt(int64_t offset, char* bytes, uint32_t count) {
@@ -191,7 +204,7 @@ void FileStream::SetSize(int64_t size) {
 }
 
 void FileStream::Changed() {
-    cache_.clear();
+    cache_ = {};
     if (diskChanged_)
         diskChanged_();
 }

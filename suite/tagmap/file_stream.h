@@ -4,6 +4,7 @@
 
 #include <tiostream.h>
 
+#include <array>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -53,7 +54,18 @@ private:
     bool MoveTail(int64_t from, int64_t to);
     void SetSize(int64_t size);
     void Changed();
-    bool FillCache(int64_t offset);
+
+    // Bytes of the file, from `at` on.
+    struct CachedBlock {
+        int64_t at = 0;
+        std::vector<char> bytes;
+
+        bool Holds(int64_t offset) const {
+            return offset >= at && offset - at < static_cast<int64_t>(bytes.size());
+        }
+    };
+    const CachedBlock* FindBlock(int64_t offset);
+    const CachedBlock* ReadBlock(int64_t offset);
 
     std::wstring path_;
     Mode mode_;
@@ -63,8 +75,9 @@ private:
     int64_t size_ = 0;
     bool failed_ = false;
     bool tooLarge_ = false;
-    std::vector<char> cache_; // bytes of the file from cacheAt_ on
-    int64_t cacheAt_ = 0;
+    // Two, for the library goes to and fro between a file's head and its end.
+    // The one used last comes first.
+    std::array<CachedBlock, 2> cache_;
 };
 
 } // namespace tagmap

@@ -69,6 +69,24 @@ TEST_F(FileStreamTest, ReadsAcrossItsCacheInEveryDirection) {
     EXPECT_EQ(Text(stream.readBlock(150000)), text.substr(0, 150000));
 }
 
+TEST_F(FileStreamTest, WhatWasWrittenIsReadThoughItWasInMemoryBefore) {
+    std::string text = Pattern(200000);
+    FileStream stream(Make(text).c_str(), FileStream::Mode::ReadAndWrite);
+    const auto read = [&](long at) {
+        stream.seek(at, TagLib::IOStream::Beginning);
+        return Text(stream.readBlock(20));
+    };
+    read(0);
+    read(199970);
+    for (long at : {5L, 199975L}) {
+        stream.seek(at, TagLib::IOStream::Beginning);
+        stream.writeBlock(TagLib::ByteVector("new", 3));
+        text.replace(static_cast<size_t>(at), 3, "new");
+    }
+    for (long at : {0L, 199970L, 100000L, 0L, 199970L})
+        EXPECT_EQ(read(at), text.substr(static_cast<size_t>(at), 20)) << at;
+}
+
 TEST_F(FileStreamTest, AReadBeyondTheEndGivesWhatIsThere) {
     FileStream stream(Make("abcdef").c_str(), FileStream::Mode::Read);
     stream.seek(4, TagLib::IOStream::Beginning);
