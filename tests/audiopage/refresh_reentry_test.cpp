@@ -70,7 +70,13 @@ protected:
         PostMessageW(button.window, WM_KEYDOWN, VK_SPACE, 0);
         PostMessageW(button.window, WM_KEYUP, VK_SPACE, 0);
     }
+    // Those of the page and of its buttons, and none that is gone.
+    void ExpectTipsSet(int ofRows) {
+        EXPECT_EQ(Page().RowTips.Count(), ofRows);
+        EXPECT_EQ(tipList.Count, ofRows + TipsOfButtons);
+    }
     void ExpectEmpty() {
+        EXPECT_EQ(tipList.Count, 0);
         EXPECT_EQ(Page().PageRowsAll.Count(), 0);
         EXPECT_EQ(Page().PageRowsOne.Count(), 0);
         EXPECT_EQ(Page().AlbumArtList.Count(), 0);
@@ -78,6 +84,8 @@ protected:
         EXPECT_EQ(Page().Buttons.buttons.Count, 0);
         EXPECT_EQ(Page().Count, 0);
     }
+    static constexpr int TipsOfButtons = 2;
+
     NString TextOfTip(int index) {
         NDrawList& scene = Page().RowTips[index]->scene;
         return static_cast<NDrawList::Text*>(scene.texts.Items.At(0))->text;
@@ -95,7 +103,7 @@ TEST_F(RefreshReentry, AClickWhileTipsGoIsShownInTheEnd) {
     ASSERT_TRUE(held.HasEnded());
     EXPECT_EQ(Page().FileIndex, 2);
     EXPECT_EQ(TitleOfOne(), L"Last\rof all");
-    ASSERT_EQ(Page().RowTips.Count(), 1);
+    ExpectTipsSet(1);
     EXPECT_EQ(TextOfTip(0), L"Last\rof all");
     EXPECT_FALSE(window_.IsEnabled(Page().cmdSkipNext));
 }
@@ -110,7 +118,7 @@ TEST_F(RefreshReentry, AClickWhileATipIsSetIsShownInTheEnd) {
     ASSERT_TRUE(held.HasEnded());
     EXPECT_EQ(Page().FileIndex, 2);
     EXPECT_EQ(TitleOfOne(), Fitting);
-    EXPECT_EQ(Page().RowTips.Count(), 0);
+    ExpectTipsSet(0);
 }
 
 TEST_F(RefreshReentry, TheLastOfSeveralViewsStays) {
@@ -123,7 +131,7 @@ TEST_F(RefreshReentry, TheLastOfSeveralViewsStays) {
     Page().RefreshView();
     ASSERT_TRUE(held.HasEnded());
     EXPECT_FALSE(Page().cmdViewSingle.latched);
-    EXPECT_EQ(Page().RowTips.Count(), 0);
+    ExpectTipsSet(0);
     EXPECT_FALSE(window_.IsEnabled(Page().cmdSkipNext));
 }
 
