@@ -1,8 +1,10 @@
 #include "audiopage/property_rows.h"
 #include "benchmarks/benches.h"
 #include "benchmarks/measuring.h"
+#include "codec/trace.h"
 #include "foundation/nfilefind.h"
 #include "foundation/nfolders.h"
+#include "foundation/nmutex.h"
 #include "foundation/npath.h"
 #include "foundation/windows_lean.h"
 
@@ -91,6 +93,27 @@ bool BenchFiles(const char* what, const NStringList& files) {
     PrintRatio(time.Ratio(), "at most 1.3");
     return true;
 }
+
+// A part of BuildPropRows that is wanted, and that costs a call to the platform
+// each time: under Wine that is one to another process.
+void BenchTrace() {
+    constexpr int writesOfAFile = 3;
+    NLogContext log = {};
+    const auto trace = [&] {
+        for (int count = 0; count < Files * writesOfAFile; ++count)
+            NTraceWrite(L"Using Existing Decoder", &log);
+    };
+    const auto lock = [] {
+        NMutex mutex;
+        for (int count = 0; count < Files * writesOfAFile; ++count)
+            NMutexLock turn(mutex);
+    };
+    const MedianPair time = MeasurePair(Rounds, trace, lock);
+    printf("what the search for a decoder traces of 500 files, with nowhere to write it\n");
+    PrintTime("NTraceWrite", time.subject);
+    PrintTime("its mutex alone, taken and given back", time.yardstick);
+    PrintRatio(time.Ratio(), "1");
+}
 } // namespace
 
 bool BenchRows(const BenchPlaces& places) {
@@ -107,5 +130,6 @@ bool BenchRows(const BenchPlaces& places) {
         byFormat.Add(folder.Copy(*samples[index * samples.Count / Files], index));
     for (int index = 0; index < Files; ++index)
         mixed.Add(folder.Copy(*samples[index % samples.Count], Files + index));
+    BenchTrace();
     return BenchFiles("by format", byFormat) && BenchFiles("in turns of format", mixed);
 }
