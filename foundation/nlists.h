@@ -131,17 +131,18 @@ public:
         return record;
     }
 
-    // Destroys the record, and removes its entry and its key. `Current` is
-    // null after it if it was that record.
+    // Removes the record's entry and its key, and destroys it: its destructor
+    // finds the list without it. `Current` is null after it if it was that
+    // record.
     void RemoveAt(int index) {
         T* record = static_cast<T*>(Items.At(index));
         if (!record)
             return;
         if (Current == record)
             Current = nullptr;
-        delete record;
         Items.RemoveAt(index);
         Keys.RemoveAt(index);
+        delete record;
     }
 
     // Removes from the last record to the first.

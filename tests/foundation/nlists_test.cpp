@@ -432,6 +432,43 @@ TEST(NKeyedList, ClearGoesFromTheLastRecordToTheFirst) {
     EXPECT_EQ(list.Keys.Items, nullptr);
 }
 
+TEST(NKeyedList, ARecordsDestructorFindsTheListWithoutIt) {
+    struct Asking {
+        ~Asking() { *countAtEnd = list->Count(); }
+        NKeyedList<Asking>* list = nullptr;
+        int* countAtEnd = nullptr;
+    };
+    int count = -1;
+    NKeyedList<Asking> list;
+    for (int index = 0; index < 3; ++index) {
+        Asking& record = *list.Add();
+        record.list = &list;
+        record.countAtEnd = &count;
+    }
+    list.RemoveAt(1);
+    EXPECT_EQ(2, count);
+    list.Clear();
+    EXPECT_EQ(0, count);
+}
+
+TEST(NKeyedList, ARecordsDestructorMayRemoveAnother) {
+    struct Pair {
+        ~Pair() {
+            if (list)
+                list->RemoveAt(0);
+        }
+        NKeyedList<Pair>* list = nullptr;
+    };
+    NKeyedList<Pair> list;
+    list.Add(L"goes with the third");
+    list.Add(L"stays");
+    list.Add(L"third")->list = &list;
+    list.RemoveAt(2);
+    ASSERT_EQ(1, list.Count());
+    EXPECT_EQ(Joined(list.Keys), L"stays");
+    EXPECT_EQ(nullptr, list.Current);
+}
+
 TEST(NKeyedList, ZeroFillWipesAPlainRecord) {
     NKeyedList<Plain> list;
     EXPECT_EQ(list.Add(nullptr, true)->number, 0);
