@@ -96,12 +96,18 @@ void NToolTip::WaitUntilUp() const {
 void NToolTip::Clear() {
     for (;;) {
         // 1.
-        TakeDown();
+        AskDown();
         // 2.
         const TipOwnerLock lock(TipOwnerLock::PostedToo);
-        // The thread has shown the tip just before it gave the lock up.
-        if (hwnd)
+        // The thread has shown the tip just before it gave the lock up, or it
+        // was held up for longer than the wait. It takes no message of ours
+        // while the lock is held, so that it is asked once more.
+        if (IsUpElsewhere())
             continue;
+        // The end of 1., with the lock, since the thread may have been at work
+        // on the same window before. A window that couldn't be made has left
+        // its class.
+        Destroy();
         // 3. and 4. The lock is held until the thread has ended, so that no
         // other owner counts on it meanwhile.
         UnregisterTip(this);
@@ -112,21 +118,24 @@ void NToolTip::Clear() {
 }
 
 // A window that is hidden, as it is with its owner minimised, has to go too.
-void NToolTip::TakeDown() {
+void NToolTip::AskDown() {
     if (!hwnd)
         return;
     closeRequest = true;
-    // A thread that doesn't answer keeps its window, hidden, until it ends.
-    if (!WaitUntilDown())
-        Destroy();
+    WaitUntilDown();
     suppressed = 1;
 }
 
-bool NToolTip::WaitUntilDown() const {
+void NToolTip::WaitUntilDown() const {
     const DWORD begin = tipPlatform.ticks();
     while (hwnd && !Passed(begin, LongestWaitUntilDownMs))
         tipPlatform.wait(TipPollMs);
-    return !hwnd;
+}
+
+// Whether there is a window that another thread alone can destroy.
+bool NToolTip::IsUpElsewhere() const {
+    const DWORD thread = GetWindowThreadProcessId(hwnd, nullptr);
+    return thread && thread != GetCurrentThreadId();
 }
 
 void NToolTip::Forget() {

@@ -58,6 +58,10 @@ struct NToolTipText {
 // windows of the calling thread; Clear may also take messages out of its
 // queue, if the thread of the tips is at work just then. So what owns the tip
 // must not be freed by such a message.
+//
+// While they wait they read `hwnd` without the lock, which the thread of the
+// tips writes meanwhile. That is relied on: it is an aligned word, read anew
+// each time, and what they do by it they decide with the lock held.
 class NToolTip : public NWindow {
 public:
     NToolTip() = default;
@@ -118,8 +122,9 @@ private:
     RECT Place(POINT mouse);
     void CopyFields(const NToolTipSpec& spec, int32_t leastWidth, int32_t leastHeight);
     void WaitUntilUp() const;
-    bool WaitUntilDown() const;
-    void TakeDown();
+    void WaitUntilDown() const;
+    void AskDown();
+    bool IsUpElsewhere() const;
     void Forget();
     void UpdateIcons(POINT point);
     void Click(NToolTipItem& item);

@@ -27,10 +27,19 @@ private:
     bool taken_;
 };
 
-// What a turn throws must not take all tips of the process with it.
+// What a part of the turn throws must not take all tips of the process with it.
 void DoGuarded(void (*part)()) {
     try {
         part();
+    } catch (...) {
+        return;
+    }
+}
+
+// Nor what one tip throws, those behind it.
+void UpdateGuarded(NToolTip& tip, POINT cursor) {
+    try {
+        tip.Update(cursor);
     } catch (...) {
         return;
     }
@@ -97,10 +106,13 @@ void UpdateTips() {
     if (!lock)
         return;
     for (int i = 0; i < tipList.Count; ++i)
-        static_cast<NToolTip*>(tipList.At(i))->Update(cursor);
+        UpdateGuarded(*static_cast<NToolTip*>(tipList.At(i)), cursor);
 }
 
 void DispatchTipMessages() {
+    // The handlers take the lock. Without it here they would wait for it, and
+    // an owner that waits for the thread's end with the lock held would for
+    // ever; and a tip could be freed while its handler runs.
     TipLockTry lock;
     if (!lock)
         return;

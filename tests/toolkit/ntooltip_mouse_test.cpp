@@ -73,7 +73,13 @@ protected:
 
     TipTurns world;
     NToolTipSpec spec;
-    NToolTip tip;
+    struct : NToolTip {
+        LRESULT OnMessage(HWND, UINT message, WPARAM, LPARAM, int32_t*) override {
+            erased += message == WM_ERASEBKGND;
+            return 0;
+        }
+        int erased = 0;
+    } tip;
 };
 } // namespace
 
@@ -115,6 +121,17 @@ TEST_F(TipMouse, OnlyAChangeIsRepainted) {
     EXPECT_TRUE(GetUpdateRect(tip.hwnd, &changed, FALSE));
     EXPECT_EQ(200, changed.right);
     EXPECT_EQ(100, changed.bottom);
+}
+
+TEST_F(TipMouse, AChangeIsErasedBeforeItIsRepainted) {
+    Show();
+    tip.erased = 0;
+    InvalidateRect(tip.hwnd, nullptr, FALSE);
+    world.TakeTurn();
+    EXPECT_EQ(0, tip.erased);
+    Mouse(WM_MOUSEMOVE, 12, 12);
+    world.TakeTurn();
+    EXPECT_EQ(1, tip.erased);
 }
 
 TEST_F(TipMouse, AnIconIsClickedWhereItWasPressed) {

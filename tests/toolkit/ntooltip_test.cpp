@@ -1,4 +1,5 @@
 #include "tests/support/nstring_printer.h"
+#include "tests/toolkit/pixels.h"
 #include "tests/toolkit/test_resources.h"
 #include "tests/toolkit/tip_owner_window.h"
 #include "tests/toolkit/tip_world.h"
@@ -59,6 +60,12 @@ NToolTipItem& AddTextItem(NToolTipSpec& spec, int32_t x, int32_t y, const wchar_
 SIZE SizeOf(const NWindow& window) {
     return {window.Width(), window.Height()};
 }
+
+bool HasClass(const NString& name) {
+    WNDCLASSEXW record = {};
+    record.cbSize = sizeof record;
+    return GetClassInfoExW(GetModuleHandleW(nullptr), name.Text, &record) != FALSE;
+}
 } // namespace
 
 TEST_F(Tips, ItsMembersStandInTheirOrder) {
@@ -69,6 +76,21 @@ TEST_F(Tips, ItsMembersStandInTheirOrder) {
         &tip.delayStart, &tip.shownAt,   &tip.suppressed, &tip.alpha};
     for (size_t i = 1; i < std::size(members); ++i)
         EXPECT_LT(members[i - 1], members[i]) << i;
+}
+
+TEST_F(Tips, TheFieldsOfTheRecordsStandInTheirOrder) {
+    NToolTipSpec spec;
+    const void* const ofSpec[] = {&spec.mode,   &spec.target, &spec.toolRect, &spec.rectOwner,
+                                  &spec.fixedX, &spec.fixedY, &spec.delayMs,  &spec.durationMs,
+                                  &spec.noFade, &spec.scene,  &spec.items};
+    for (size_t i = 1; i < std::size(ofSpec); ++i)
+        EXPECT_LT(ofSpec[i - 1], ofSpec[i]) << i;
+    NToolTipText text;
+    const void* const ofText[] = {&text.target, &text.toolRect, &text.rectOwner, &text.fixedX,
+                                  &text.fixedY, &text.text,     &text.delayMs,   &text.durationMs,
+                                  &text.icon,   &text.noFade};
+    for (size_t i = 1; i < std::size(ofText); ++i)
+        EXPECT_LT(ofText[i - 1], ofText[i]) << i;
 }
 
 TEST_F(Tips, IsUpOnceTheCursorHasRestedForLongerThanTheDelay) {
@@ -174,6 +196,29 @@ TEST_F(Tips, AWatchedWindowWithoutAParentIsNotWatched) {
     EXPECT_NE(0u, tip.delayStart);
 }
 
+TEST_F(Tips, AWatchedWindowCountsForAFixedOneTooUnlessItHasNoParent) {
+    TipOwnerWindow owner;
+    struct Row {
+        HWND target;
+        POINT cursor;
+        bool inside;
+    };
+    const Row rows[] = {{owner.child.hwnd, {320, 320}, true},
+                        {owner.child.hwnd, Outside, false},
+                        {owner.hwnd, {400, 380}, true},
+                        {owner.hwnd, Outside, true}};
+    for (const Row& row : rows) {
+        NToolTipText record;
+        record.target = row.target;
+        record.fixedX = 220;
+        record.fixedY = 330;
+        tip.SetText(record);
+        world.mouse = row.cursor;
+        world.Turn();
+        EXPECT_EQ(row.inside, tip.delayStart != 0) << row.cursor.x;
+    }
+}
+
 TEST_F(Tips, LeavingTakesItDownAndComingBackShowsItAgain) {
     tip.SetText(TextOfArea());
     LetItShow();
@@ -231,6 +276,22 @@ TEST_F(Tips, OneForEverStays) {
     // Wanted: its layered window never gets an opacity.
     EXPECT_EQ(-1, tip.alpha);
     EXPECT_EQ(-1, AlphaOf(tip.hwnd));
+}
+
+TEST_F(Tips, OneForEverWithoutAFadeStaysToo) {
+    NToolTipText record = TextOfArea();
+    record.durationMs = 0xFFFFFFFF;
+    record.noFade = true;
+    tip.SetText(record);
+    LetItShow();
+    world.Turn(0x7FFFFFFF);
+    world.Turn(0x7FFFFFFF);
+    EXPECT_TRUE(IsUp());
+    EXPECT_EQ(-1, tip.alpha);
+    EXPECT_EQ(0, GetWindowLongPtrW(tip.hwnd, GWL_EXSTYLE) & WS_EX_LAYERED);
+    world.mouse = Outside;
+    world.Turn();
+    EXPECT_FALSE(IsUp());
 }
 
 TEST_F(Tips, TheTickCountMayWrapAroundMeanwhile) {
@@ -425,6 +486,44 @@ TEST_F(Tips, OneWhoseWindowCannotBeMadeIsTriedAgainAfterEachDelay) {
     EXPECT_TRUE(IsUp());
 }
 
+TEST_F(Tips, ClearOfOneWhoseWindowCannotBeMadeLeavesNoClass) {
+    TipOwnerWindow owner;
+    NToolTipText record = TextOfArea();
+    record.rectOwner = owner.child.hwnd;
+    tip.SetText(record);
+    owner.child.Destroy();
+    LetItShow();
+    ASSERT_EQ(nullptr, tip.hwnd);
+    const NString name = tip.className;
+    ASSERT_TRUE(HasClass(name));
+    tip.Clear();
+    EXPECT_TRUE(tip.className.IsEmpty());
+    EXPECT_FALSE(HasClass(name));
+}
+
+TEST_F(Tips, OneThatThrowsKeepsNoneBehindItFromItsTurn) {
+    static int thrown;
+    thrown = 0;
+    tipPlatform.fade = []() -> const NUserDLLFade& {
+        ++thrown;
+        throw "not for the others";
+    };
+    tip.SetText(TextOfArea());
+    NToolTip other;
+    NToolTipText record = TextOfArea();
+    record.delayMs = 5000;
+    record.noFade = true;
+    other.SetText(record);
+    LetItShow();
+    ASSERT_TRUE(IsUp());
+    while (world.now < world.Start + 6000 && !other.IsVisible()) {
+        tip.alpha = -1; // so that it throws again
+        world.Turn();
+    }
+    EXPECT_GT(thrown, 10);
+    EXPECT_TRUE(other.IsVisible());
+}
+
 TEST_F(Tips, TwoOfOverlappingAreasShowAtOnce) {
     NToolTip other;
     tip.SetText(TextOfArea());
@@ -593,6 +692,33 @@ TEST_F(Tips, OneOf131PixelsIsFlatAndOneOf130IsShaded) {
     }
 }
 
+TEST_F(Tips, TheSimpleFormIsPaintedShadedAt130PixelsAndFlatAt131) {
+    constexpr COLORREF FlatColour = 0xCFFFFF;
+    for (int32_t width : {130, 131}) {
+        NToolTipText record = TextOfArea();
+        record.text = L"i";
+        record.noFade = true;
+        tip.SetText(record);
+        tip.minWidth = width;
+        LetItShow();
+        ASSERT_EQ(width, SizeOf(tip).cx);
+        world.TakeTurn(); // it is painted
+        const NWindowDC dc(tip.hwnd);
+        const LONG y = SizeOf(tip).cy - 2;
+        const COLORREF left = GetPixel(dc.dc, 1, y);
+        const COLORREF right = GetPixel(dc.dc, width - 2, y);
+        if (width == 131) {
+            EXPECT_EQ(FlatColour, left);
+            EXPECT_EQ(FlatColour, right);
+        } else {
+            EXPECT_GE(GetBValue(left), 0xFE);
+            EXPECT_LE(GetBValue(right), 0xCE);
+        }
+        EXPECT_EQ(0u, GetPixel(dc.dc, 0, y)); // the frame
+        EXPECT_EQ(0u, GetPixel(dc.dc, width - 1, y));
+    }
+}
+
 TEST_F(Tips, ItsSetUpIsKeptWithTheDefaultsOfTheItems) {
     TipOwnerWindow owner;
     NToolTipSpec spec;
@@ -718,6 +844,23 @@ TEST_F(Tips, ClearTakesTheWindowDownItselfAfterFiveSeconds) {
     EXPECT_EQ(5000 / 50, world.waits);
     EXPECT_EQ(nullptr, tip.hwnd);
     EXPECT_FALSE(IsWindow(window)); // this thread has made it here
+}
+
+TEST_F(Tips, ClearTakesTheWindowDownWithTheLock) {
+    struct Watched : NToolTip {
+        LRESULT OnMessage(HWND, UINT message, WPARAM, LPARAM, int32_t*) override {
+            if (message == WM_DESTROY)
+                hadLock = !TipWorld::LockIsFree();
+            return 0;
+        }
+        bool hadLock = false;
+    } watched;
+    watched.SetText(TextOfArea());
+    LetItShow();
+    ASSERT_TRUE(watched.IsVisible());
+    world.whileWaiting = [] {};
+    watched.Clear();
+    EXPECT_TRUE(watched.hadLock);
 }
 
 TEST_F(Tips, ClearOfOneThatIsHiddenWithItsOwnerTakesItsWindowDownToo) {

@@ -43,6 +43,16 @@ void ExpectSamePixels(const TestSurface& expected, const TestSurface& actual) {
 }
 } // namespace
 
+TEST(TipItem, ItsFieldsStandInTheirOrder) {
+    NToolTipItem item;
+    const void* const fields[] = {
+        &item.x,         &item.y,        &item.text,      &item.onClick,  &item.clickValue,
+        &item.colour,    &item.fontFace, &item.bold,      &item.fontSize, &item.iconNormal,
+        &item.iconHover, &item.iconDown, &item.iconState, &item.pressed};
+    for (size_t i = 1; i < std::size(fields); ++i)
+        EXPECT_LT(fields[i - 1], fields[i]) << i;
+}
+
 TEST(TipItem, AnEmptyTextMakesItAnIcon) {
     NToolTipItem item;
     EXPECT_TRUE(item.IsIcon());

@@ -1,3 +1,4 @@
+#include "tests/support/test_cursor.h"
 #include "toolkit/tip_platform.h"
 
 #include <gtest/gtest.h>
@@ -21,4 +22,17 @@ TEST(TipPlatform, IsTheRealWorldUnlessATestSaysOtherwise) {
     EXPECT_LE(ticks - before, GetTickCount() - before);
     EXPECT_EQ(&NProcessFade(), &tipPlatform.fade());
     EXPECT_EQ(&WaitServingSentMessages, tipPlatform.wait);
+    const DWORD beginOfSleep = GetTickCount();
+    tipPlatform.sleep(100);
+    EXPECT_GE(GetTickCount() - beginOfSleep, 50u); // as coarse as the count may be
+}
+
+TEST(TipPlatform, TheCursorIsWhereItIsElseOffTheScreen) {
+    TestCursor cursor;
+    cursor.MoveTo(123, 45);
+    EXPECT_EQ(123, tipPlatform.cursor().x);
+    EXPECT_EQ(45, tipPlatform.cursor().y);
+    cursor.Hide();
+    EXPECT_EQ(-32768, tipPlatform.cursor().x);
+    EXPECT_EQ(-32768, tipPlatform.cursor().y);
 }

@@ -24,6 +24,12 @@ UniqueKernelHandle CopyOf(HANDLE thread) {
     return copy;
 }
 
+bool HasClass(const NString& name) {
+    WNDCLASSEXW record = {};
+    record.cbSize = sizeof record;
+    return GetClassInfoExW(GetModuleHandleW(nullptr), name.Text, &record) != FALSE;
+}
+
 bool HasEnded(HANDLE thread) {
     return WaitForSingleObject(thread, 0) == WAIT_OBJECT_0;
 }
@@ -131,6 +137,13 @@ TEST_F(TipThread, SettingTheOnlyTipAgainGoesOnWithAnotherThread) {
     EXPECT_TRUE(world.Await([&] { return tip.IsVisible(); }));
 }
 
+TEST_F(TipThread, LooksEveryFiftyMilliseconds) {
+    NToolTip tip;
+    tip.SetText(TextOfArea());
+    ASSERT_TRUE(world.AwaitTurns(1));
+    EXPECT_EQ(50u, world.slept);
+}
+
 TEST_F(TipThread, MakesTheWindowsOfTheTips) {
     NToolTip tip;
     tip.SetText(FixedText());
@@ -193,9 +206,7 @@ TEST_F(TipThread, ClearHasItTakeTheWindowDown) {
     tip.Clear();
     EXPECT_FALSE(IsWindow(window));
     EXPECT_EQ(nullptr, tip.hwnd);
-    WNDCLASSEXW record = {};
-    record.cbSize = sizeof record;
-    EXPECT_FALSE(GetClassInfoExW(GetModuleHandleW(nullptr), name.Text, &record));
+    EXPECT_FALSE(HasClass(name));
 }
 
 TEST_F(TipThread, ATipMayBeClearedAtAnyMomentOfItsShow) {
@@ -288,8 +299,11 @@ TEST_F(TipThread, AWindowMayBeDestroyedWithItsTipUp) {
 }
 
 TEST_F(TipThread, OwnersOnSeveralThreadsDoNotDisturbEachOther) {
-    tipPlatform.ticks = GetTickCount;
+    // Time stands still for the owners, who wait for as long as it takes.
+    static thread_local bool isOwner = false;
+    tipPlatform.ticks = [] { return isOwner ? TipThreadWorld::Start : TipThreadWorld::now.load(); };
     const auto own = [] {
+        isOwner = true;
         for (int round = 0; round < 25; ++round) {
             NToolTip armed;
             NToolTip shown;
@@ -312,6 +326,37 @@ TEST_F(BusyThread, ClearAnswersTheCallOfATipThatIsUp) {
     busy.Clear();
     EXPECT_EQ(1, owner.asked);
     EXPECT_EQ(nullptr, busy.hwnd);
+}
+
+TEST_F(BusyThread, ClearOutlastsACallThatIsNotAnsweredWithinTheFiveSeconds) {
+    constexpr int WaitsOfFiveSeconds = 5000 / 50;
+    NToolTip keeper; // of the thread
+    world.mouse = Outside;
+    keeper.SetText(TextOfArea());
+    HoldUp();
+    const HWND window = busy.hwnd;
+    const NString name = busy.className;
+    // Only the wait for the lock answers, after all others.
+    world.waits = 0;
+    tipPlatform.wait = [](DWORD ms) {
+        TipThreadWorld::now += ms;
+        if (++TipThreadWorld::waits > WaitsOfFiveSeconds)
+            WaitServingSentMessages(1);
+    };
+    owner.onAsked = [&] {
+        EXPECT_EQ(WaitsOfFiveSeconds, world.waits);
+        EXPECT_TRUE(IsWindowVisible(window));
+        EXPECT_EQ(window, busy.hwnd);
+        EXPECT_EQ(name, busy.className);
+    };
+    busy.Clear();
+    EXPECT_EQ(1, owner.asked);
+    EXPECT_EQ(nullptr, busy.hwnd);
+    EXPECT_FALSE(IsWindow(window));
+    EXPECT_TRUE(busy.className.IsEmpty());
+    EXPECT_FALSE(HasClass(name));
+    EXPECT_EQ(1, tipList.Count);
+    EXPECT_TRUE(world.AwaitTurns(1));
 }
 
 TEST_F(BusyThread, ClearOfATipThatIsNotUpAnswersTheCallToo) {

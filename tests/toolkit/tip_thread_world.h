@@ -13,6 +13,7 @@ public:
         turns = 0;
         tipPlatform.sleep = [](DWORD ms) {
             workerId = GetCurrentThreadId();
+            slept = ms;
             now += ms;
             ++turns;
             SetEvent(turned.Get());
@@ -50,6 +51,7 @@ public:
     }
 
     inline static std::atomic<int> turns;
+    inline static std::atomic<DWORD> slept;    // asked for after the last turn
     inline static std::atomic<DWORD> workerId; // of the thread that took the last turn
     inline static UniqueKernelHandle turned{CreateEventW(nullptr, FALSE, FALSE, nullptr)};
 };

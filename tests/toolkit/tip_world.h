@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/unique_handle.h"
 #include "tests/toolkit/no_threads.h"
 #include "toolkit/tip_platform.h"
 #include "toolkit/tip_thread.h"
@@ -8,7 +9,6 @@
 
 #include <atomic>
 #include <functional>
-#include <thread>
 
 // The world as the tips see it: its time and its cursor are what the test
 // says. One at a time, and no tip outlives it.
@@ -30,22 +30,27 @@ public:
     TipWorld(const TipWorld&) = delete;
     TipWorld& operator=(const TipWorld&) = delete;
 
+    // Another thread sees that, unlike the one that holds it. It is started by
+    // the platform itself, for which a NoThreads is no matter.
+    static bool LockIsFree() {
+        bool isFree = false;
+        const auto look = [](void* result) -> DWORD {
+            const bool taken = tipLock.TryLock();
+            if (taken)
+                tipLock.Unlock();
+            *static_cast<bool*>(result) = taken;
+            return 0;
+        };
+        const UniqueKernelHandle thread(CreateThread(nullptr, 0, look, &isFree, 0, nullptr));
+        WaitForSingleObject(thread.Get(), INFINITE);
+        return isFree;
+    }
+
     inline static std::atomic<DWORD> now;   // the tick count
     inline static std::atomic<POINT> mouse; // screen coordinates
     inline static std::atomic<int> waits;   // of owners, told so far
 
 private:
-    // Another thread sees that, unlike the one that holds it.
-    static bool LockIsFree() {
-        bool isFree = false;
-        std::thread([&] {
-            isFree = tipLock.TryLock();
-            if (isFree)
-                tipLock.Unlock();
-        }).join();
-        return isFree;
-    }
-
     TipPlatform former_ = tipPlatform;
 };
 
