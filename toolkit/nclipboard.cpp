@@ -30,8 +30,8 @@ bool PutCopy(const void* data, size_t size, UINT format) {
 bool NClipboard::Open(HWND window) {
     Close();
     isOpen_ = OpenClipboard(window) != FALSE;
-    if (isOpen_)
-        EmptyClipboard();
+    if (isOpen_ && !EmptyClipboard())
+        Close();
     return isOpen_;
 }
 

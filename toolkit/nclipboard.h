@@ -14,8 +14,9 @@ public:
     NClipboard& operator=(const NClipboard&) = delete;
     ~NClipboard() { Close(); }
 
-    // Opens and empties the clipboard for `window`, or for no window with null.
-    // False if somebody else holds it; IsOpen tells later.
+    // Opens and empties the clipboard for `window`, or for no window with null;
+    // one that is open here is closed first. False, and closed, if somebody else
+    // holds it or it can't be emptied; IsOpen tells later.
     bool Open(HWND window);
     void Close();
     bool IsOpen() const { return isOpen_; }
@@ -23,9 +24,11 @@ public:
     // Copies `size` bytes there in a CF_ format. With a `size` of 0 `data` is a
     // handle that is ready for the format; it is the clipboard's on success and
     // stays the caller's on failure. Without Open before, the clipboard is
-    // opened for `window`, emptied, and closed again. False on failure.
+    // opened for `window`, emptied, and closed again. False on failure. Null
+    // `data` is a failure that leaves the clipboard as it is.
     bool SetData(const void* data, size_t size, UINT format, HWND window = nullptr);
-    // As CF_TEXT and as CF_UNICODETEXT, with the terminator. Null is a failure.
+    // As CF_TEXT and as CF_UNICODETEXT, with the terminator. Null is such a
+    // failure too.
     bool SetTextA(const char* text, HWND window = nullptr);
     bool SetTextW(const wchar_t* text, HWND window = nullptr);
 

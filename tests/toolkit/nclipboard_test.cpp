@@ -60,7 +60,17 @@ bool OthersCanOpen() {
 std::string BytesOf(const std::wstring& text) {
     return {reinterpret_cast<const char*>(text.c_str()), (text.size() + 1) * sizeof(wchar_t)};
 }
+
+bool canEmpty = true;
 } // namespace
+
+extern "C" {
+extern decltype(&::EmptyClipboard) __real___imp_EmptyClipboard;
+extern decltype(&::EmptyClipboard) __wrap___imp_EmptyClipboard;
+decltype(&::EmptyClipboard) __wrap___imp_EmptyClipboard = []() -> BOOL {
+    return canEmpty && __real___imp_EmptyClipboard();
+};
+}
 
 TEST(NClipboard, OpenEmptiesAndHoldsItUntilClose) {
     ClipboardTurn turn;
@@ -74,6 +84,32 @@ TEST(NClipboard, OpenEmptiesAndHoldsItUntilClose) {
     clipboard.Close();
     EXPECT_FALSE(clipboard.IsOpen());
     EXPECT_TRUE(OthersCanOpen());
+}
+
+TEST(NClipboard, OpenAgainEmptiesAndHoldsItToo) {
+    ClipboardTurn turn;
+    NClipboard clipboard;
+    ASSERT_TRUE(clipboard.Open(nullptr));
+    ASSERT_TRUE(clipboard.SetTextA("before"));
+    EXPECT_TRUE(clipboard.Open(nullptr));
+    EXPECT_TRUE(clipboard.IsOpen());
+    EXPECT_FALSE(OthersCanOpen());
+    clipboard.Close();
+    EXPECT_FALSE(IsClipboardFormatAvailable(CF_TEXT));
+}
+
+TEST(NClipboard, OneThatCannotBeEmptiedIsLeftAsItIs) {
+    ClipboardTurn turn;
+    ASSERT_TRUE(NClipboard().SetTextA("before"));
+    NClipboard clipboard;
+    canEmpty = false;
+    EXPECT_FALSE(clipboard.Open(nullptr));
+    EXPECT_FALSE(clipboard.IsOpen());
+    EXPECT_TRUE(OthersCanOpen());
+    EXPECT_FALSE(clipboard.SetTextA("other"));
+    EXPECT_TRUE(OthersCanOpen());
+    canEmpty = true;
+    EXPECT_EQ(std::string("before", 7), ClipboardTurn::Bytes(CF_TEXT));
 }
 
 TEST(NClipboard, CloseWithoutOpenLeavesTheClipboardAsItIs) {
@@ -190,8 +226,10 @@ TEST(NClipboard, ADataSetThatFailsLeavesTheClipboardClosed) {
 TEST(NClipboard, NoTextIsAFailure) {
     ClipboardTurn turn;
     NClipboard clipboard;
+    ASSERT_TRUE(clipboard.SetTextA("before"));
     EXPECT_FALSE(clipboard.SetTextA(nullptr));
     EXPECT_FALSE(clipboard.SetTextW(nullptr));
     EXPECT_FALSE(clipboard.SetData(nullptr, 0, CF_TEXT));
     EXPECT_FALSE(clipboard.SetData(nullptr, 4, CF_TEXT));
+    EXPECT_EQ(std::string("before", 7), ClipboardTurn::Bytes(CF_TEXT));
 }
