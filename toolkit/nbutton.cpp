@@ -28,8 +28,8 @@ bool IsReturnKey(WPARAM key, const MSG* message) {
            (message->message == WM_KEYDOWN || message->message == WM_KEYUP);
 }
 
-// A menu that opens while the character of the key that opened it is still
-// waiting takes it for a choice, and closes.
+// Keeps the character of the key from the menu that the key opens, which would
+// take it for a choice, and close.
 void DropCharacter(HWND window) {
     MSG character;
     PeekMessageW(&character, window, WM_CHAR, WM_CHAR, PM_REMOVE);
@@ -141,18 +141,8 @@ void NButton::Paint(HDC dc, int32_t newState, bool force) {
 int32_t NButton::ShownState() const {
     // Wanted: latched turns each look into its opposite, so that a latched
     // button that is pressed looks like one that is only hovered.
-    switch (latched ? state : -1) {
-    case ButtonIdle:
-        return ButtonPressedToo;
-    case ButtonPressedToo:
-        return ButtonIdle;
-    case ButtonHovered:
-        return ButtonPressed;
-    case ButtonPressed:
-        return ButtonHovered;
-    default:
-        return state;
-    }
+    constexpr int32_t Opposite = 1; // the bit in which pressed and not differ
+    return latched ? state ^ Opposite : state;
 }
 
 int NButton::FrameForState(int32_t shown) const {
@@ -193,6 +183,10 @@ void NButton::DrawMasked(int frame) {
 }
 
 bool NButton::ShowMenu(HWND ownerWindow) {
+    return OpenMenu(ownerWindow, false);
+}
+
+bool NButton::OpenMenu(HWND ownerWindow, bool byKey) {
     if (!HasMenu())
         return false;
     if (!IsEnabled())
@@ -203,11 +197,14 @@ bool NButton::ShowMenu(HWND ownerWindow) {
     HMENU shown = menu ? menu : loaded.Get();
     if (!shown)
         return false;
+    if (byKey)
+        DropCharacter(window);
     RECT place = {};
     GetWindowRect(window, &place);
     keyDown = true;
     TrackPopupMenu(GetSubMenu(shown, 0), TPM_RIGHTBUTTON, place.left, place.bottom, 0, ownerWindow,
                    nullptr);
+    loaded.Reset();
     keyDown = false;
     return true;
 }
@@ -245,14 +242,13 @@ void NButton::OnKeyDown(WPARAM key, int32_t* handled) {
     if (!keyDown)
         return;
     Repaint();
-    if (HasMenu())
-        DropCharacter(window);
-    if (ShowMenu(owner)) {
+    if (OpenMenu(owner, true)) {
         keyDown = false;
         *handled = 1;
     }
 }
 
+// Wanted: a button that was disabled since the key went down clicks too.
 void NButton::OnKeyUp(WPARAM key) {
     if (keyDown && IsPressingKey(key)) {
         keyDown = false;

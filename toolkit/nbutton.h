@@ -52,8 +52,10 @@ public:
     LRESULT OnSubclassMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
                               int32_t* handled) override;
     // The button was pressed and let go over it, with the right mouse button or
-    // not; or by a key. Runs with the bar's lock held; may disable and latch
-    // buttons, and destroy the bar's.
+    // not; or by a key. May disable and latch buttons, and destroy the bar's.
+    //
+    // By the mouse it runs inside the bar's filter, with the bar's lock held; by
+    // a key outside both, with the lock of all subclassed windows alone.
     virtual void OnClick(bool isRight);
     // At each tick of the bar's timer while the button shows as pressed. True
     // unless the left mouse button or a key holds it.
@@ -93,7 +95,7 @@ public:
     int32_t state = ButtonIdle;
     bool leftDown = false; // the mouse button that went down over it is held
     bool rightDown = false;
-    bool keyDown = false;       // also while the menu is open
+    bool keyDown = false;       // also while the menu is open; stays when the focus goes: wanted
     NButton* partner = nullptr; // shares the hover look with this one; set after Add
     int64_t userValue = 0;      // the owner's
     int32_t flags = 0;
@@ -122,6 +124,7 @@ private:
     void Compose(int frame);
     void DrawMasked(int frame);
     bool HasMenu() const { return menu || menuId; }
+    bool OpenMenu(HWND ownerWindow, bool byKey);
     void OnKeyDown(WPARAM key, int32_t* handled);
     void OnKeyUp(WPARAM key);
 };

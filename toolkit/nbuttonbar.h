@@ -11,6 +11,10 @@
 // before the first Add, and Destroy at WM_DESTROY, while the window still
 // stands. The buttons are the owner's. All of it belongs to the owner window's
 // thread.
+//
+// A click, a repeat or a command of a menu may destroy the window and with it
+// the bar's buttons. But bar and buttons themselves have to outlive
+// OnParentMessage: it goes on with them.
 class NButtonBar {
 public:
     NButtonBar() = default;
@@ -20,8 +24,9 @@ public:
     // Sets the timer on `ownerWindow`.
     void Start(HWND ownerWindow);
     // Loads the strip from the bitmap `bitmapId` of `module` (null for the host
-    // process) and makes the button's window. A strip that can't be loaded makes a button of
-    // no size, which shows nothing.
+    // process) and makes the button's window. A strip that can't be loaded makes
+    // a button of no size, which shows nothing. Not for one that the bar has
+    // already.
     void Add(NButton& button, const NButtonSpec& spec, int bitmapId, int64_t userValue,
              HINSTANCE module);
     // Stops the timer, ends partnerships, destroys the buttons and forgets
@@ -30,8 +35,9 @@ public:
 
     // To be run for each message of the owner's before anything else is; when
     // `*handled` comes back set, the result is the message's, and nothing else
-    // is to follow. While it runs, on whatever bar of the process, all messages
-    // but WM_DRAWITEM pass by unhandled.
+    // is to follow. While it runs, on whatever bar and thread of the process, all
+    // messages but WM_DRAWITEM pass by unhandled. A release that does so is
+    // lost: the button is held until the next one. That is wanted.
     LRESULT OnParentMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
                             int32_t* handled);
 

@@ -1,5 +1,6 @@
 #include "tests/toolkit/button_dialog.h"
 
+#include <thread>
 #include <utility>
 
 namespace {
@@ -47,12 +48,12 @@ Filtered ButtonDialog::Filter(UINT message, WPARAM wParam, LPARAM lParam) {
     return filtered;
 }
 
-void ButtonDialog::Draw(const NButton& button, HDC dc) {
+Filtered ButtonDialog::Draw(const NButton& button, HDC dc) {
     DRAWITEMSTRUCT item = {};
     item.CtlType = ODT_STATIC;
     item.hwndItem = button.window;
     item.hDC = dc;
-    Filter(WM_DRAWITEM, 0, reinterpret_cast<LPARAM>(&item));
+    return Filter(WM_DRAWITEM, 0, reinterpret_cast<LPARAM>(&item));
 }
 
 INT_PTR CALLBACK ButtonDialog::DialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -109,4 +110,14 @@ void HandlePosted() {
         TranslateMessage(&message);
         DispatchMessageW(&message);
     }
+}
+
+bool OthersCanTake(NMutex& mutex) {
+    bool taken = false;
+    std::thread([&] {
+        taken = mutex.TryLock();
+        if (taken)
+            mutex.Unlock();
+    }).join();
+    return taken;
 }

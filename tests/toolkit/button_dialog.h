@@ -15,11 +15,16 @@ public:
         if (onClick)
             onClick();
     }
-    void OnRepeat(bool isRight) override { repeats.push_back(isRight); }
+    void OnRepeat(bool isRight) override {
+        repeats.push_back(isRight);
+        if (onRepeat)
+            onRepeat();
+    }
 
     std::vector<bool> clicks;
     std::vector<bool> repeats;
     std::function<void()> onClick;
+    std::function<void()> onRepeat;
 };
 
 // What the filter made of a message.
@@ -46,7 +51,7 @@ public:
     // As if the message came to the dialog.
     Filtered Filter(UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
     void Tick() { Filter(WM_TIMER, bar.timerId); }
-    void Draw(const NButton& button, HDC dc);
+    Filtered Draw(const NButton& button, HDC dc);
 
     HWND window = nullptr;
     NButtonBar bar;
@@ -85,3 +90,6 @@ private:
 
 // Handles all posted messages of this thread.
 void HandlePosted();
+
+// Whether a thread other than this one could have the mutex now.
+bool OthersCanTake(NMutex& mutex);

@@ -22,6 +22,17 @@ expect() {
         echo "$line"
     done
 }
+expect_in_any_order() {
+    local lines=$* all=" " told
+    for line; do
+        read -r -t 60 told <&3 || fail "nothing told instead of one of $lines"
+        all+="${told%$'\r'} "
+    done
+    for line; do
+        [[ $all == *" $line "* ]] || fail "'$all' instead of $lines"
+        echo "$line"
+    done
+}
 # Of pixels of the screen: the dialog's place, the button's, and a little.
 over() { xdotool mousemove $((151 + 60 * $1)) 151; }
 beside() { xdotool mousemove 300 250; }
@@ -95,5 +106,16 @@ xdotool key Down
 xdotool key Return
 expect "command one" "third idle"
 
+# A tip: up after its delay, gone when the cursor has left, and so again
+for round in 1 2; do
+    over 3
+    expect "fourth hovered" "tip up"
+    beside
+    expect_in_any_order "fourth idle" "tip gone"
+done
+
+# Closed with the tip up
+over 3
+expect "fourth hovered" "tip up"
 xdotool key Escape
-expect "stage closed"
+expect_in_any_order "tip gone" "stage closed"

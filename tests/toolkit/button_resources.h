@@ -6,3 +6,4 @@
 #define IDM_BUTTON 1500
 #define ID_MENU_ONE 40001
 #define ID_MENU_TWO 40002
+#define ID_MENU_OTHER 40003 // in the second sub-menu

@@ -1,4 +1,4 @@
-// A dialog of three buttons for a real pointer and keyboard, driven by
+// A dialog of four buttons for a real pointer and keyboard, driven by
 // button_pointer.sh. Tells on standard output where they are and what happens,
 // a line each.
 #include "tests/toolkit/button_resources.h"
@@ -9,7 +9,10 @@
 namespace {
 constexpr int32_t StageFlags =
     ButtonDefault | ButtonHover | ButtonFocus | ButtonDisabled | ButtonMasked;
-const char* const names[] = {"first", "second", "third"};
+const char* const names[] = {"first", "second", "third", "fourth"};
+constexpr int ButtonCount = 4;
+constexpr int WithMenu = 2;
+constexpr int WithTip = 3;
 
 void Tell(const char* subject, const char* what) {
     printf("%s %s\n", subject, what);
@@ -23,16 +26,18 @@ public:
     }
 
     int32_t told = ButtonIdle;
+    bool tipTold = false;
 };
 
 struct Stage {
     void Open(HWND dialog);
-    void Add(int index, int menuId);
+    void Add(int index);
     void TellChanges();
+    void TellTip(StageButton& button);
 
     HWND window = nullptr;
     NButtonBar bar;
-    StageButton buttons[3];
+    StageButton buttons[ButtonCount];
     HWND focus = nullptr;
 };
 
@@ -41,16 +46,17 @@ Stage stage;
 void Stage::Open(HWND dialog) {
     window = dialog;
     bar.Start(dialog);
-    for (int index = 0; index < 3; ++index)
-        Add(index, index == 2 ? IDM_BUTTON : 0);
+    for (int index = 0; index < ButtonCount; ++index)
+        Add(index);
 }
 
-void Stage::Add(int index, int menuId) {
+void Stage::Add(int index) {
     NButtonSpec spec;
     spec.x = 50 + 60 * index;
     spec.y = 50;
     spec.flags = StageFlags;
-    spec.menuId = menuId;
+    spec.menuId = index == WithMenu ? IDM_BUTTON : 0;
+    spec.toolTipText = index == WithTip ? L"The fourth button" : nullptr;
     bar.Add(buttons[index], spec, IDB_STRIPS + (StageFlags & ~ButtonDefault), index, nullptr);
 }
 
@@ -60,11 +66,20 @@ void Stage::TellChanges() {
         if (button.state != button.told)
             Tell(names[button.userValue], states[button.state]);
         button.told = button.state;
+        TellTip(button);
     }
     for (const StageButton& button : buttons)
         if (focus != GetFocus() && button.window == GetFocus())
             Tell(names[button.userValue], "focus");
     focus = GetFocus();
+}
+
+// The tip's window is another thread's; the bar's timer asks soon enough.
+void Stage::TellTip(StageButton& button) {
+    const bool isUp = button.toolTip.IsVisible();
+    if (isUp != button.tipTold)
+        Tell("tip", isUp ? "up" : "gone");
+    button.tipTold = isUp;
 }
 
 INT_PTR OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {

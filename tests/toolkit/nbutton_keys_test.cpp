@@ -82,6 +82,7 @@ TEST_F(NButtonKeysTest, KeysAndFocusRepaintAndSetTheFlag) {
         bool repaints;
     } rows[] = {
         {"focus", WM_SETFOCUS, 0, false, false, false, 0, true},
+        // Wanted: a key that is held keeps its mark.
         {"focus lost", WM_KILLFOCUS, 0, false, true, true, 0, true},
         {"space", WM_KEYDOWN, VK_SPACE, false, false, true, 0, true},
         {"return", WM_KEYDOWN, VK_RETURN, false, false, true, 0, true},
@@ -90,6 +91,9 @@ TEST_F(NButtonKeysTest, KeysAndFocusRepaintAndSetTheFlag) {
         {"another key", WM_KEYDOWN, 'A', false, true, false, 0, true},
         {"space let go", WM_KEYUP, VK_SPACE, false, true, false, 1, true},
         {"return let go", WM_KEYUP, VK_RETURN, false, true, false, 1, true},
+        // Wanted: what was disabled since then clicks too.
+        {"space let go, disabled", WM_KEYUP, VK_SPACE, true, true, false, 1, true},
+        {"return let go, disabled", WM_KEYUP, VK_RETURN, true, true, false, 1, true},
         {"space let go that was not down", WM_KEYUP, VK_SPACE, false, false, false, 0, true},
         {"another key let go", WM_KEYUP, 'A', false, true, true, 0, true},
         {"a character", WM_CHAR, ' ', false, true, true, 0, false},
@@ -158,6 +162,17 @@ TEST_F(NButtonKeysTest, InADialogReturnClicksTheFocusedButton) {
     }
     EXPECT_EQ(LeftClick, button.clicks);
     EXPECT_TRUE(dialog.commands.empty());
+}
+
+// By the mouse it is inside both.
+TEST_F(NButtonKeysTest, AClickByKeyIsOutsideTheBarsLockAndFilter) {
+    button.onClick = [&] {
+        EXPECT_TRUE(OthersCanTake(dialog.bar.lock));
+        EXPECT_EQ((Filtered{0, 1}), dialog.Filter(WM_TIMER, dialog.bar.timerId));
+    };
+    Send(WM_KEYDOWN, VK_SPACE);
+    Send(WM_KEYUP, VK_SPACE);
+    EXPECT_EQ(LeftClick, button.clicks);
 }
 
 TEST_F(NButtonKeysTest, AClickByKeyMayDestroyTheButton) {
@@ -248,6 +263,82 @@ TEST_F(NButtonKeysTest, WithoutAMenuTheCharacterOfTheKeyStays) {
     EXPECT_TRUE(PeekMessageW(&character, button.window, WM_CHAR, WM_CHAR, PM_REMOVE));
 }
 
+TEST_F(NButtonKeysTest, WithAMenuThatCannotBeLoadedTheCharacterOfTheKeyStays) {
+    constexpr int noMenu = 9999;
+    AddWithMenu(nullptr, noMenu);
+    PostMessageW(button.window, WM_CHAR, VK_SPACE, 0);
+    Send(WM_KEYDOWN, VK_SPACE);
+    EXPECT_TRUE(button.keyDown);
+    MSG character = {};
+    EXPECT_TRUE(PeekMessageW(&character, button.window, WM_CHAR, WM_CHAR, PM_REMOVE));
+}
+
+TEST_F(NButtonKeysTest, AMenuByTheMouseLeavesCharactersAlone) {
+    AddWithMenu();
+    MenuKeys keys(dialog, {});
+    MSG character = {};
+    bool waits = false;
+    keys.whileShown = [&] {
+        PostMessageW(button.window, WM_CHAR, VK_SPACE, 0);
+        waits = PeekMessageW(&character, button.window, WM_CHAR, WM_CHAR, PM_REMOVE);
+        EndMenu();
+    };
+    Press();
+    EXPECT_TRUE(waits);
+}
+
+TEST_F(NButtonKeysTest, APressHasTheBarsLockWhileItsMenuStands) {
+    AddWithMenu();
+    MenuKeys keys(dialog, {VK_ESCAPE});
+    keys.whileShown = [&] { EXPECT_FALSE(OthersCanTake(dialog.bar.lock)); };
+    Press();
+    EXPECT_EQ(1, keys.shown);
+    EXPECT_TRUE(OthersCanTake(dialog.bar.lock));
+}
+
+TEST_F(NButtonKeysTest, TheBarMayBeDestroyedWhileAMenuStands) {
+    for (bool byKey : {false, true}) {
+        AddWithMenu();
+        MenuKeys keys(dialog, {VK_ESCAPE});
+        keys.whileShown = [&] { dialog.bar.Destroy(); };
+        if (byKey)
+            Send(WM_KEYDOWN, VK_SPACE);
+        else
+            Press();
+        EXPECT_EQ(1, keys.shown) << byKey;
+        EXPECT_EQ(nullptr, button.window);
+        EXPECT_FALSE(button.leftDown);
+        EXPECT_FALSE(button.keyDown);
+        EXPECT_TRUE(OthersCanTake(dialog.bar.lock));
+    }
+}
+
+TEST_F(NButtonKeysTest, TheDialogMayBeDestroyedWhileAMenuStands) {
+    for (bool byKey : {false, true}) {
+        ButtonDialog another;
+        RecordingButton one;
+        NButtonSpec spec;
+        spec.menuId = IDM_BUTTON;
+        another.Add(one, spec);
+        MenuKeys keys(another, {});
+        keys.whileShown = [&] {
+            DestroyWindow(another.window);
+            EndMenu();
+        };
+        TestCursor::MoveTo(one.window, 1, 1);
+        if (byKey)
+            SendMessageW(one.window, WM_KEYDOWN, VK_SPACE, 0);
+        else
+            SendMessageW(another.window, WM_LBUTTONDOWN, 0, 0);
+        EXPECT_EQ(1, keys.shown) << byKey;
+        EXPECT_FALSE(IsWindow(another.window));
+        EXPECT_EQ(nullptr, one.window);
+        EXPECT_FALSE(one.leftDown);
+        EXPECT_FALSE(one.keyDown);
+        EXPECT_TRUE(OthersCanTake(another.bar.lock));
+    }
+}
+
 TEST_F(NButtonKeysTest, WhileAMenuOpenedByKeyStandsTheButtonShowsAsPressed) {
     AddWithMenu();
     MenuKeys keys(dialog, {VK_ESCAPE});
@@ -265,6 +356,9 @@ TEST_F(NButtonKeysTest, ALiveMenuGoesBeforeTheOneOfTheResources) {
     HMENU popup = CreatePopupMenu();
     AppendMenuW(popup, MF_STRING, 777, L"Live");
     AppendMenuW(live, MF_POPUP, reinterpret_cast<UINT_PTR>(popup), L"First");
+    HMENU second = CreatePopupMenu();
+    AppendMenuW(second, MF_STRING, 778, L"Not this one");
+    AppendMenuW(live, MF_POPUP, reinterpret_cast<UINT_PTR>(second), L"Second");
     AddWithMenu(live);
     MenuKeys keys(dialog, {VK_DOWN, VK_RETURN});
     Press();

@@ -1,4 +1,5 @@
 #include "tests/support/leak_counters.h"
+#include "tests/support/nstring_printer.h"
 #include "tests/support/test_cursor.h"
 #include "tests/toolkit/button_dialog.h"
 #include "tests/toolkit/pixels.h"
@@ -20,8 +21,6 @@ constexpr COLORREF Disabled = RGB(0, 255, 255);
 constexpr COLORREF HotDown = RGB(255, 0, 255);
 constexpr COLORREF Nothing = RGB(0, 0, 0); // what is let through, without a mask
 constexpr COLORREF Untouched = RGB(1, 2, 3);
-
-constexpr int32_t NeverAState = 4;
 
 // Where a virtual operation stands in the table, with the destructor's two
 // entries in front.
@@ -84,7 +83,14 @@ TEST_F(NButtonTest, ItsMembersAndOperationsStandInOrder) {
     }
     EXPECT_EQ(4u, sizeof(button.state));
     EXPECT_EQ(1u, sizeof(button.leftDown));
+    EXPECT_EQ(1u, sizeof(button.rightDown));
+    EXPECT_EQ(1u, sizeof(button.keyDown));
     EXPECT_EQ(8u, sizeof(button.userValue));
+    EXPECT_EQ(4u, sizeof(button.flags));
+    EXPECT_EQ(4u, sizeof(button.menuId));
+    EXPECT_EQ(4u, sizeof(button.frameWidth));
+    EXPECT_EQ(4u, sizeof(button.frameHeight));
+    EXPECT_EQ(1u, sizeof(button.latched));
     EXPECT_EQ(2u, SlotOf(&NButton::OnSubclassMessage));
     EXPECT_EQ(3u, SlotOf(&NButton::OnClick));
     EXPECT_EQ(4u, SlotOf(&NButton::OnRepeat));
@@ -170,6 +176,11 @@ TEST_F(NButtonTest, ATipTextSetsTheTipOfTheWindow) {
     EXPECT_EQ(0, button.toolTip.fixedX);
     EXPECT_EQ(0, button.toolTip.fixedY);
     EXPECT_FALSE(button.toolTip.noFade);
+    EXPECT_EQ(0u, button.toolTip.delayMs); // those of every tip
+    EXPECT_EQ(0u, button.toolTip.durationMs);
+    ASSERT_EQ(1, button.toolTip.scene.texts.Count());
+    EXPECT_EQ(L"View Single / Multiple files", button.toolTip.scene.texts[0]->text);
+    EXPECT_EQ(0, button.toolTip.scene.icons.Count());
     button.Destroy();
     EXPECT_EQ(nullptr, button.toolTip.target);
     dialog.bar.Destroy();
@@ -197,6 +208,24 @@ TEST_F(NButtonTest, EachStateShowsItsFrameForEachSetOfFrames) {
     }
 }
 
+TEST_F(NButtonTest, WhatAStripHasBeyondItsFramesIsCutOff) {
+    NButtonSpec spec;
+    spec.flags = ButtonHover | ButtonMasked; // three frames
+    button.strip.Resize(14, 7);
+    button.Create(spec, 0, dialog.window);
+    EXPECT_EQ(4, button.frameWidth);
+    EXPECT_EQ(3, button.frameHeight);
+    EXPECT_EQ(4, button.display.Width());
+    EXPECT_EQ(3, button.backdrop.Height());
+    button.Destroy();
+    spec.flags = ButtonHover;
+    button.strip.Resize(14, 7);
+    button.Create(spec, 0, dialog.window);
+    EXPECT_EQ(4, button.frameWidth);
+    EXPECT_EQ(7, button.frameHeight);
+    button.Destroy();
+}
+
 TEST_F(NButtonTest, LatchingSwapsTheLooks) {
     dialog.Add(button, 0, 0);
     button.Latch();
@@ -213,7 +242,6 @@ TEST_F(NButtonTest, LatchingSwapsTheLooks) {
 TEST_F(NButtonTest, TheMaskLetsTheBackgroundThrough) {
     NCanvas background;
     background.Resize(300, 200);
-    NMemoryDC dc;
     for (int y = 0; y < 200; ++y)
         for (int x = 0; x < 300; ++x)
             SetPixelV(background.dc, x, y, RGB(x % 256, y, 0xC3));
@@ -290,6 +318,29 @@ TEST_F(NButtonTest, TheFocusFrameIsLaidOverTheState) {
     SetFocus(nullptr);
     button.Paint(surface.Dc(), ButtonIdle, true);
     EXPECT_EQ(Normal, surface.At(2, 0));
+}
+
+TEST_F(NButtonTest, TheFocusFrameIsLaidOverTheDisabledOne) {
+    // Frames of one pixel: normal, down, focus, disabled; the masks are black.
+    button.strip.Resize(4, 2);
+    const COLORREF frames[] = {Normal, Down, Focus, Disabled};
+    for (int x = 0; x < 4; ++x) {
+        SetPixelV(button.strip.dc, x, 0, frames[x]);
+        SetPixelV(button.strip.dc, x, 1, Nothing);
+    }
+    NButtonSpec spec;
+    spec.flags = ButtonFocus | ButtonDisabled | ButtonMasked;
+    button.Create(spec, 0, dialog.window);
+    SetFocus(button.window);
+    const LONG_PTR style = GetWindowLongPtrW(button.window, GWL_STYLE);
+    SetWindowLongPtrW(button.window, GWL_STYLE, style | WS_DISABLED);
+    ASSERT_EQ(button.window, GetFocus());
+    button.Paint(surface.Dc(), ButtonIdle, true);
+    EXPECT_EQ(Focus, surface.At(0, 0));
+    SetFocus(nullptr);
+    button.Paint(surface.Dc(), ButtonIdle, true);
+    EXPECT_EQ(Disabled, surface.At(0, 0));
+    button.Destroy();
 }
 
 TEST_F(NButtonTest, WithoutTheirFlagsThereAreNoOverlays) {

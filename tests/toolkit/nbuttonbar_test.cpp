@@ -5,10 +5,13 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <string>
+#include <thread>
 
 namespace {
 constexpr COLORREF Normal = RGB(255, 0, 0); // of the strips' frames
+constexpr COLORREF Hovered = RGB(0, 0, 255);
 constexpr COLORREF Disabled = RGB(0, 255, 255);
 constexpr COLORREF Untouched = RGB(1, 2, 3);
 
@@ -354,6 +357,20 @@ TEST_F(NButtonBarTest, PartnersShareTheHover) {
     EXPECT_EQ(ButtonIdle, second.state);
 }
 
+TEST_F(NButtonBarTest, APressLeftByItsPartnerIsHeldAndClicksThere) {
+    first.partner = &second;
+    second.partner = &first;
+    Press(first);
+    Hover(second);
+    dialog.Filter(WM_MOUSEMOVE);
+    EXPECT_EQ(ButtonPressed, first.state);
+    EXPECT_EQ(ButtonHovered, second.state);
+    dialog.Filter(WM_LBUTTONUP);
+    EXPECT_EQ(std::vector<bool>{false}, first.clicks);
+    EXPECT_TRUE(second.clicks.empty());
+    EXPECT_EQ(ButtonHovered, first.state);
+}
+
 TEST_F(NButtonBarTest, APartnershipOfOneSideSharesToThatSideAlone) {
     first.partner = &second;
     Hover(second);
@@ -413,6 +430,10 @@ TEST_F(NButtonBarTest, ADrawItemPaintsItsButton) {
     item.hDC = surface.Dc();
     EXPECT_EQ((Filtered{1, 1}), dialog.Filter(WM_DRAWITEM, 0, reinterpret_cast<LPARAM>(&item)));
     EXPECT_EQ(Normal, surface.At(3, 0));
+    second.state = ButtonHovered; // it is drawn as it is
+    EXPECT_EQ((Filtered{1, 1}), dialog.Filter(WM_DRAWITEM, 0, reinterpret_cast<LPARAM>(&item)));
+    EXPECT_EQ(Hovered, surface.At(3, 0));
+    EXPECT_EQ(ButtonHovered, second.state);
     surface.Clear(Untouched);
     second.Destroy(); // a button without a window is nobody's either
     for (HWND stranger : {dialog.window, static_cast<HWND>(nullptr)}) {
@@ -450,10 +471,10 @@ TEST_F(NButtonBarTest, WhileAFilterRunsAllButDrawingPassesBy) {
         EXPECT_FALSE(first.leftDown);
 
         TestSurface surface(StripFrameWidth, StripFrameHeight, Untouched);
-        dialog.Draw(second, surface.Dc());
+        EXPECT_EQ((Filtered{1, 1}), dialog.Draw(second, surface.Dc()));
         EXPECT_EQ(Normal, surface.At(3, 0));
         surface.Clear(Untouched);
-        other.Draw(elsewhere, surface.Dc());
+        EXPECT_EQ((Filtered{1, 1}), other.Draw(elsewhere, surface.Dc()));
         EXPECT_EQ(Normal, surface.At(3, 0));
         // Drawing has not ended the block.
         EXPECT_EQ(NotTaken, dialog.Filter(WM_TIMER, 7787));
@@ -483,4 +504,78 @@ TEST_F(NButtonBarTest, AClickMayDestroyTheBar) {
     Press(first);
     EXPECT_EQ(NotTaken, dialog.Filter(WM_LBUTTONUP));
     EXPECT_EQ(nullptr, first.window);
+}
+
+TEST_F(NButtonBarTest, ARepeatMayDestroyTheBar) {
+    first.onRepeat = [&] { dialog.bar.Destroy(); };
+    Press(first);
+    dialog.Tick();
+    EXPECT_EQ(1u, first.repeats.size());
+    EXPECT_EQ(nullptr, first.window);
+    EXPECT_TRUE(OthersCanTake(dialog.bar.lock));
+}
+
+TEST_F(NButtonBarTest, ARepeatMayDestroyTheDialog) {
+    first.onRepeat = [&] { DestroyWindow(dialog.window); };
+    Press(first);
+    SendMessageW(dialog.window, WM_TIMER, dialog.bar.timerId, 0);
+    EXPECT_EQ(1u, first.repeats.size());
+    EXPECT_FALSE(IsWindow(dialog.window));
+    EXPECT_EQ(nullptr, first.window);
+    EXPECT_EQ(0, dialog.bar.buttons.Count);
+}
+
+TEST_F(NButtonBarTest, ClicksAndRepeatsHaveTheLock) {
+    int seen = 0;
+    const auto look = [&] {
+        EXPECT_FALSE(OthersCanTake(dialog.bar.lock));
+        ++seen;
+    };
+    first.onClick = look;
+    first.onRepeat = look;
+    const struct {
+        UINT down, up;
+    } mouseButtons[] = {{WM_LBUTTONDOWN, WM_LBUTTONUP}, {WM_RBUTTONDOWN, WM_RBUTTONUP}};
+    for (const auto& mouseButton : mouseButtons) {
+        Hover(first);
+        dialog.Filter(mouseButton.down);
+        dialog.Tick();
+        dialog.Filter(mouseButton.up);
+        EXPECT_TRUE(OthersCanTake(dialog.bar.lock));
+    }
+    EXPECT_EQ((std::vector<bool>{false, true}), first.clicks);
+    EXPECT_EQ((std::vector<bool>{false, true}), first.repeats);
+    EXPECT_EQ(4, seen);
+}
+
+// Wanted: the turn is one for all threads too.
+TEST_F(NButtonBarTest, AReleaseDuringAClickOfAnotherThreadIsLostUntilTheNext) {
+    Press(first);
+    std::atomic<bool> clicks = false;
+    std::atomic<bool> enough = false;
+    std::thread another([&] {
+        RecordingButton button; // a window is not needed for a click
+        NButtonBar bar;
+        bar.buttons.Add(&button);
+        button.onClick = [&] {
+            clicks = true;
+            clicks.notify_one();
+            enough.wait(false);
+        };
+        button.leftDown = true;
+        button.state = ButtonPressed;
+        int32_t handled = 0;
+        bar.OnParentMessage(nullptr, WM_LBUTTONUP, 0, 0, &handled);
+    });
+    clicks.wait(false);
+    EXPECT_EQ(NotTaken, dialog.Filter(WM_LBUTTONUP));
+    EXPECT_TRUE(first.leftDown);
+    EXPECT_TRUE(first.clicks.empty());
+    enough = true;
+    enough.notify_one();
+    another.join();
+    EXPECT_TRUE(first.leftDown);
+    dialog.Filter(WM_LBUTTONUP);
+    EXPECT_FALSE(first.leftDown);
+    EXPECT_EQ(1u, first.clicks.size());
 }
