@@ -145,8 +145,14 @@ void NFont::Deselect() {
 
 void NFont::SetColour(COLORREF colour) {
     textColour = colour;
-    if (selected)
+    if (!selected)
+        return;
+    // A selection costs much more than a colour.
+    if (GetCurrentObject(dc, OBJ_FONT) == handle &&
+        GetBkMode(dc) == (transparent ? TRANSPARENT : OPAQUE))
         SetTextColor(dc, colour);
+    else
+        Select(dc);
 }
 
 int NFont::TextWidth(const NString& text, bool multiLine, int tabOffset) {

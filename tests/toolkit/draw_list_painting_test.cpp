@@ -213,6 +213,35 @@ TEST_F(Painting, ALinesOwnSizeIsTheDifferenceOfItsPackedEnds) {
     ExpectInk(0, 4, 10, 5);
 }
 
+TEST_F(Painting, ALinesOwnHeightIsTheDifferenceOfItsPackedEnds) {
+    scene_.AddLine({.colour = Red, .x1 = 4, .y1 = 0x80005, .x2 = 4, .y2 = 0x80005 + 10});
+    Paint();
+    ExpectInk(4, 0, 5, 10);
+}
+
+// 10 by 6, half of which the flags take off.
+TEST_F(Painting, ARectanglesOwnSizeIsTheDifferenceOfItsPackedEdges) {
+    constexpr uint32_t left = 0x80005;
+    constexpr uint32_t top = 0x80004;
+    constexpr uint32_t right = left + 10;
+    constexpr uint32_t bottom = top + 6;
+    const auto paintsItIn = [&](COLORREF colour) {
+        Paint();
+        ExpectInk(0, 1, 10, 7);
+        EXPECT_EQ(colour, At(0, 1));
+        EXPECT_EQ(colour, At(9, 6));
+        scene_.Clear();
+    };
+    scene_.AddFill({left, top, right, bottom, Red});
+    paintsItIn(Red);
+    scene_.AddBox({left, top, right, bottom, Red, Blue});
+    paintsItIn(Blue);
+    scene_.AddFrame({left, top, right, bottom, Red});
+    paintsItIn(Red);
+    scene_.AddGradient({left, top, right, bottom, Blue, Blue, Blue, Blue});
+    paintsItIn(Blue);
+}
+
 TEST_F(Painting, ABitmapIsCopiedAtItsFullSize) {
     NDrawList::Bitmap bitmap;
     FillBitmap(bitmap, 9, 7, Red);

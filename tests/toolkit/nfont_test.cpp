@@ -185,6 +185,23 @@ TEST(NFont, ANewColourHoldsAtOnceIfItIsSelected) {
     EXPECT_EQ(Red, GetTextColor(memory.dc));
 }
 
+TEST(NFont, ANewColourSelectsItAgainIfSomethingElseIsThere) {
+    NMemoryDC memory;
+    const TextState before(memory.dc);
+    NFont font;
+    font.Create(nullptr, nullptr, Height, Red);
+    font.Select(memory.dc);
+    SelectObject(memory.dc, GetStockObject(SYSTEM_FONT));
+    font.SetColour(Green);
+    EXPECT_EQ(font.handle, GetCurrentObject(memory.dc, OBJ_FONT));
+    SetBkMode(memory.dc, OPAQUE);
+    font.SetColour(Red);
+    EXPECT_EQ(TRANSPARENT, GetBkMode(memory.dc));
+    EXPECT_EQ(Red, GetTextColor(memory.dc));
+    font.Deselect();
+    EXPECT_TRUE(before == TextState(memory.dc));
+}
+
 TEST(NFont, ReleaseDeselectsAndMayBeRepeated) {
     NMemoryDC memory;
     const TextState before(memory.dc);
