@@ -129,6 +129,7 @@ set(tagmap_windows
     suite/tagmap/id3v2_fields.cpp
     suite/tagmap/id3v2_file_tags.cpp
     suite/tagmap/id3v2_frames.cpp
+    suite/tagmap/id3v2_guard.cpp
     suite/tagmap/id3v2_names.cpp
     suite/tagmap/id3v2_people.cpp
     suite/tagmap/id3v2_pictures.cpp
@@ -392,6 +393,7 @@ set(tagmap_tests_windows
     tests/tagmap/id3v1_tags_test.cpp
     tests/tagmap/id3v2_compressed_test.cpp
     tests/tagmap/id3v2_file_tags_test.cpp
+    tests/tagmap/id3v2_guard_test.cpp
     tests/tagmap/id3v2_pictures_test.cpp
     tests/tagmap/id3v2_source_test.cpp
     tests/tagmap/id3v2_tags_test.cpp

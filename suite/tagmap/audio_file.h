@@ -1,6 +1,6 @@
 #pragma once
 
-#include "suite/tagmap/file_stream.h"
+#include "suite/tagmap/id3v2_guard.h"
 
 #include <tfile.h>
 
@@ -48,9 +48,9 @@ public:
 
     FileStream& Stream() { return stream_; }
     Format Kind() const { return format_; }
-    // The library can read it; false for any fault, and for an MP4 file of too
-    // many boxes (mp4_bounds.h).
-    bool IsValid() const { return file_ && file_->isValid(); }
+    // The library can read it; false for any fault, for an MP4 file of too many
+    // boxes (mp4_bounds.h) and an ID3v2 tag without bounds (id3v2_guard.h).
+    bool IsValid() const { return file_ && !stream_.HasWithheldTag() && file_->isValid(); }
     TagLib::File& File() { return *file_; }
 
     // As the class for Kind(), which the caller knows.
@@ -60,7 +60,7 @@ public:
     }
 
 private:
-    FileStream stream_;
+    GuardedStream stream_;
     Format format_;
     std::unique_ptr<TagLib::File> file_; // goes before the stream
 };

@@ -4,6 +4,7 @@
 #include "suite/tagmap/id3v2_tags.h"
 #include "suite/tagmap/tag_values.h"
 
+#include <id3v2extendedheader.h>
 #include <id3v2synchdata.h>
 #include <textidentificationframe.h>
 
@@ -65,6 +66,14 @@ private:
 };
 
 } // namespace
+
+unsigned ExtendedHeaderSize(const TagLib::ID3v2::Header& header, const ByteVector& content) {
+    if (!header.extendedHeader())
+        return 0;
+    TagLib::ID3v2::ExtendedHeader extended;
+    extended.setData(content);
+    return extended.size() <= content.size() ? extended.size() : 0;
+}
 
 Frames FramesOf(const Tag& tag) {
     return Frames(tag.frameList().begin(), tag.frameList().end());

@@ -22,6 +22,15 @@ inline constexpr char MoodFrame[] = "TMOO";
 // A row of the table that names a TXXX frame begins so, before the description.
 inline constexpr std::wstring_view UserTextPrefix = L"TXXX:";
 
+// A frame's header as the library reads it.
+struct FrameHead {
+    TagLib::ByteVector Id;
+    unsigned Size; // of what follows the header
+    bool IsPacked; // compressed or encrypted, and not looked into
+    bool IsUnsynchronised;
+    bool HasLengthInFront;
+};
+
 // What the library lets only frames themselves use.
 class FrameAccess : public TagLib::ID3v2::Frame {
 public:
@@ -39,6 +48,13 @@ public:
     static TagLib::String UserTextDescription(const TagLib::String& key) { return keyToTXXX(key); }
     // A frame of a link alone. WFED is one by its letter, and has a text.
     static bool IsLink(const TagLib::ByteVector& id) { return id[0] == 'W' && id != "WFED"; }
+
+    // Of the frame that the bytes begin with.
+    static FrameHead HeadOf(const TagLib::ByteVector& bytes, unsigned version) {
+        const Header header(bytes, version);
+        return {header.frameID(), header.frameSize(), header.compression() || header.encryption(),
+                header.unsynchronisation(), header.dataLengthIndicator()};
+    }
 
     // The frame's bytes mean something else without flags that the library does
     // not write.
@@ -64,6 +80,9 @@ public:
 private:
     static Header* HeaderOf(const Frame& frame) { return (frame.*(&FrameAccess::header))(); }
 };
+
+// What stands in front of the frames; 0 if that is none, or more than there is.
+unsigned ExtendedHeaderSize(const TagLib::ID3v2::Header& header, const TagLib::ByteVector& content);
 
 // A copy of the list: what is done to the tag's own would move it.
 using Frames = std::vector<TagLib::ID3v2::Frame*>;

@@ -1,10 +1,10 @@
 #include "suite/tagmap/id3v2_source.h"
 
 #include "suite/tagmap/id3v2_frames.h"
+#include "suite/tagmap/id3v2_guard.h"
 #include "suite/tagmap/id3v2_tags.h"
 #include "suite/tagmap/id3v2_unsynch.h"
 
-#include <id3v2extendedheader.h>
 #include <id3v2framefactory.h>
 #include <id3v2header.h>
 #include <id3v2synchdata.h>
@@ -22,7 +22,6 @@ namespace SynchData = TagLib::ID3v2::SynchData;
 using TagLib::ByteVector;
 using TagLib::File;
 using TagLib::String;
-using TagLib::ID3v2::ExtendedHeader;
 using TagLib::ID3v2::Frame;
 using TagLib::ID3v2::FrameFactory;
 using TagLib::ID3v2::Header;
@@ -34,14 +33,6 @@ constexpr unsigned FooterSize = 10;
 constexpr unsigned FrameIdSize = 4; // from ID3v2.3 on
 // A size has 28 bits; the headers of the frames and the padding need some room.
 constexpr size_t LargestTag = 0x0FFFFFFF - 0x100000;
-
-unsigned ExtendedHeaderSize(const Header& header, const ByteVector& content) {
-    if (!header.extendedHeader())
-        return 0;
-    ExtendedHeader extended;
-    extended.setData(content);
-    return extended.size() <= content.size() ? extended.size() : 0;
-}
 
 bool IsCode(const String& text) {
     bool isNumber = false;
@@ -82,13 +73,16 @@ void RestoreGenres(TextFrame& frame, const ByteVector& fields) {
     }
 }
 
-// The frame as it is read from all of its fields. Null if the library can't.
+// The frame as it is read from all of its fields. Null if the library can't, or
+// would have no end to it.
 Frame* MakeFrame(const ByteVector& id, const ByteVector& fields) {
     Header plain;
     plain.setMajorVersion(static_cast<unsigned>(Id3v2NewVersion));
     const ByteVector flags(2, '\0');
-    return FrameFactory::instance()->createFrame(
-        id + SynchData::fromUInt(fields.size()) + flags + fields, &plain);
+    const ByteVector bytes = id + SynchData::fromUInt(fields.size()) + flags + fields;
+    return Id3v2FramesAreBounded(plain, bytes)
+               ? FrameFactory::instance()->createFrame(bytes, &plain)
+               : nullptr;
 }
 
 // Nothing but padding, or less than a frame, follows the last frame.
