@@ -27,6 +27,9 @@ public:
 // where a file has them, and never made. Other programs write UTF-8 into them,
 // so this does too; what isn't UTF-8 is read as Latin-1.
 void ReadAiffTexts(AiffFile& file, clTagRecord& record);
+// Without the elements that have a text which is no UTF-8: which code page it has
+// is a guess.
+void ReadSureAiffTexts(AiffFile& file, clTagRecord& record);
 // Both change the file at once.
 void SetAiffTexts(AiffFile& file, clTagRecord& changes);
 // An empty list stands for all four.

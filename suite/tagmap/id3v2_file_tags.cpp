@@ -134,7 +134,7 @@ public:
         source_.Remember(*file_.tag());
         if (!file_.hasID3v2Tag())
             FillNewTag(
-                changes, [&](clTagRecord& shown) { ReadAiffTexts(file_, shown); },
+                changes, [&](clTagRecord& shown) { ReadSureAiffTexts(file_, shown); },
                 [&](clTagRecord& shown, Refusals& none) {
                     SetId3v2(*file_.tag(), shown, version_, none);
                 });

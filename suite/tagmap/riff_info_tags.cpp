@@ -64,9 +64,13 @@ struct EntryTextsInstaller {
 };
 const EntryTextsInstaller Installer;
 
+bool IsInOtherEncoding(const String& text) {
+    return !text.isEmpty() && text[0] == OtherEncodingMark;
+}
+
 String TextOf(const Tag& tag, const ByteVector& id) {
     const String text = tag.fieldText(id);
-    return !text.isEmpty() && text[0] == OtherEncodingMark ? text.substr(1) : text;
+    return IsInOtherEncoding(text) ? text.substr(1) : text;
 }
 
 ByteVector IdOf(const clMappingRow& row) {
@@ -193,6 +197,15 @@ void ReadRiffInfo(const Tag& tag, clTagRecord& record) {
         if (!IsTableId(String(id)))
             AddValues(record, name, StringList(TextOf(tag, id)));
     }
+}
+
+void ReadSureRiffInfo(const Tag& tag, clTagRecord& record) {
+    Tag sure;
+    for (const auto& [id, text] : tag.fieldListMap()) {
+        if (!IsInOtherEncoding(text))
+            sure.setFieldText(id, text);
+    }
+    ReadRiffInfo(sure, record);
 }
 
 void SetRiffInfo(Tag& tag, clTagRecord& changes, Refusals& refused) {

@@ -24,6 +24,8 @@ namespace tagmap {
 bool RiffInfoSurvivesSave(const TagLib::ByteVector& list, const TagLib::RIFF::Info::Tag& tag);
 
 void ReadRiffInfo(const TagLib::RIFF::Info::Tag& tag, clTagRecord& record);
+// Without what is no UTF-8: which code page it has is a guess.
+void ReadSureRiffInfo(const TagLib::RIFF::Info::Tag& tag, clTagRecord& record);
 void SetRiffInfo(TagLib::RIFF::Info::Tag& tag, clTagRecord& changes, Refusals& refused);
 // An empty list stands for all entries.
 void DeleteRiffInfo(TagLib::RIFF::Info::Tag& tag, const NStringList& names);

@@ -45,7 +45,7 @@ public:
             usesId3_ = usesInfo_ = true;
         if (!usesId3_ && NeedsChunk(others)) {
             FillNewTag(
-                others, [&](clTagRecord& shown) { Read(shown); },
+                others, [&](clTagRecord& shown) { ReadSureRiffInfo(*file_.InfoTag(), shown); },
                 [&](clTagRecord& shown, Refusals& none) {
                     SetId3v2(*file_.ID3v2Tag(), shown, version_, none);
                 });

@@ -152,6 +152,21 @@ TEST(NewTag, GetsNoTextOfAnUnknownCodePage) {
     EXPECT_EQ(LastTag(content), Id3v1("another", artist, "Album"));
 }
 
+TEST(NewTag, OfAnAiffFileGetsNoTextThatIsNoUtf8) {
+    const std::string artist("\xC0\xF0\xF2\xE8\xF1\xF2"); // Cyrillic, as Windows writes it
+    FileToSave file(AiffWith(Chunk("NAME", "old") + Chunk("AUTH", artist) +
+                             Chunk("(c) ", "2020 \xC3\x84") + Chunk("ANNO", "sure") +
+                             Chunk("ANNO", artist)));
+    ASSERT_EQ(file.Set(L"title", L"another"), Outcome::Done);
+    const std::string tag = TagIn(file.Content());
+    EXPECT_EQ(FramesIn(tag, "TIT2"), Utf16Text(L"another"));
+    EXPECT_EQ(FramesIn(tag, "TPE1"), "");
+    EXPECT_EQ(FramesIn(tag, "COMM"), "");
+    EXPECT_EQ(FramesIn(tag, "TCOP"), Utf16Text(L"2020 \u00C4"));
+    EXPECT_TRUE(file.Contains(Chunk("AUTH", artist)));
+    EXPECT_EQ(file.Value(L"artist"), L"\u00C0\u00F0\u00F2\u00E8\u00F1\u00F2");
+}
+
 TEST(NewTag, GetsATextOfAnUnknownCodePageThatIsNamed) {
     FileToSave file(WithoutTags("sample.mp3") + Id3v1("Title", "\xC4rtist", "Album"));
     ASSERT_EQ(file.Set(L"artist", L"\u00C4nother"), Outcome::Done);

@@ -130,6 +130,21 @@ TEST(WavFileTags, AChunkThatIsMadeGetsAllThatTheListShows) {
     EXPECT_TRUE(file.Contains(Info({{"IART", "artist"}, {"ISBJ", "subject"}})));
 }
 
+TEST(WavFileTags, AChunkThatIsMadeGetsNoTextThatIsNoUtf8) {
+    const std::string artist("\xC0\xF0\xF2\xE8\xF1\xF2"); // Cyrillic, as Windows writes it
+    const std::string list = Info({{"IART", artist}, {"IPRD", "\xC3\x84lbum"}});
+    FileToSave file(WavWith(list));
+    ASSERT_EQ(file.Set(L"mood", L"calm"), Outcome::Done);
+    const std::string content = file.Content();
+    const size_t chunk = content.find("ID3 ");
+    ASSERT_NE(chunk, std::string::npos);
+    EXPECT_EQ(content.find("TPE1", chunk), std::string::npos);
+    EXPECT_NE(content.find("TALB", chunk), std::string::npos);
+    EXPECT_TRUE(file.Contains(list));
+    EXPECT_EQ(file.Value(L"artist"), L"\u00C0\u00F0\u00F2\u00E8\u00F1\u00F2");
+    EXPECT_EQ(file.Value(L"album"), L"\u00C4lbum");
+}
+
 TEST(WavFileTags, WhatNeitherHoldsMakesNoChunk) {
     FileToSave file(WavWith(Info({{"INAM", "old"}})));
     clTagRecord changes;
