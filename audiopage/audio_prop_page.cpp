@@ -56,6 +56,7 @@ clAudioPropPage::~clAudioPropPage() {
 }
 
 void clAudioPropPage::OnInit() {
+    const Call call(*this);
     isClosed_ = false;
     // 1.
     FileIndex = 0;
@@ -83,6 +84,7 @@ void clAudioPropPage::StartReading() {
 
 LRESULT clAudioPropPage::OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
                                    int32_t* handled) {
+    const Call call(*this);
     const LRESULT result = Buttons.OnParentMessage(window, message, wParam, lParam, handled);
     if (*handled)
         return result;
@@ -95,7 +97,8 @@ LRESULT clAudioPropPage::OnMessage(HWND window, UINT message, WPARAM wParam, LPA
         *handled = 1;
         break;
     case WM_COMMAND:
-        if (LOWORD(wParam) == IDC_COPY_ROWS) {
+        // A closed page has no rows, and they would take the clipboard's place.
+        if (LOWORD(wParam) == IDC_COPY_ROWS && !isClosed_) {
             CopyRowsToClipboard(ChosenRows(), ClipTip);
             *handled = 1;
         }
@@ -113,6 +116,7 @@ LRESULT clAudioPropPage::OnMessage(HWND window, UINT message, WPARAM wParam, LPA
 }
 
 void clAudioPropPage::OnTick() {
+    const Call call(*this);
     // 1.
     if (ReadingDone)
         return;
@@ -127,6 +131,7 @@ void clAudioPropPage::OnTick() {
 }
 
 void clAudioPropPage::RefreshView() {
+    const Call call(*this);
     if (isClosed_)
         return;
     refreshAgain_ = true;

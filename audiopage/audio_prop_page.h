@@ -19,8 +19,12 @@
 //     OnInit                     WM_INITDIALOG, with `Hwnd` set: buttons, thread
 //     OnMessage                  each message from then on
 //     WM_DESTROY                 stops the thread; all lists are empty after it
-//     destroyed                  when the sheet releases the page, long after
-//                                its window, or without ever having had one
+//     Release                    by the sheet, after the window, or without
+//                                there ever having been one: destroys the page
+//
+// Whatever waits for tips or shows a menu dispatches messages of the thread, by
+// which the sheet may come to its end. A page that is released by one of them
+// lives on, empty, until the call on it that is under way returns.
 //
 // All of it belongs to the thread of the window. `Reader` alone writes
 // `PageRowsAll`, and the window's thread looks at the rows only once the
@@ -29,6 +33,10 @@ class clAudioPropPage : public NStringList {
 public:
     clAudioPropPage();
     ~clAudioPropPage();
+
+    // Destroys the page, made by new: at once, or when the outermost call that
+    // is under way on it or on one of its buttons' windows returns.
+    void Release();
 
     // Makes the buttons, and starts the reading and the timer that looks for
     // its end.
@@ -48,6 +56,10 @@ public:
     class PageButton : public NButton {
     public:
         clAudioPropPage* Page = nullptr;
+
+        // A key's click or menu is a call on the page, too.
+        LRESULT OnSubclassMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
+                                  int32_t* handled) override;
     };
     class _cmdSkipFirst : public PageButton {
     public:
@@ -92,6 +104,20 @@ public:
     _cmdOptMenu cmdOptMenu;
 
 private:
+    // A call that is under way on the page, to the end of the scope. It stands
+    // before all else in whatever the platform calls. The outermost one
+    // destroys a released page.
+    class Call {
+    public:
+        explicit Call(clAudioPropPage& page) : page_(page) { ++page_.callsUnderWay_; }
+        Call(const Call&) = delete;
+        Call& operator=(const Call&) = delete;
+        ~Call();
+
+    private:
+        clAudioPropPage& page_;
+    };
+
     bool IsViewSingle() const { return cmdViewSingle.latched; }
     bool ShowsOneFile() const { return IsViewSingle() || Count == 1; }
     bool IsReading() const;
@@ -121,4 +147,7 @@ private:
     bool listsInUse_ = false;
     bool refreshAgain_ = false;
     bool isClosed_ = false; // from WM_DESTROY on
+
+    int32_t callsUnderWay_ = 0;
+    bool isReleased_ = false;
 };

@@ -84,6 +84,12 @@ void clAudioPropPage::ShowFile(int32_t index) {
     RefreshView();
 }
 
+LRESULT clAudioPropPage::PageButton::OnSubclassMessage(HWND subclassed, UINT message, WPARAM wParam,
+                                                       LPARAM lParam, int32_t* handled) {
+    const Call call(*Page);
+    return NButton::OnSubclassMessage(subclassed, message, wParam, lParam, handled);
+}
+
 void clAudioPropPage::_cmdSkipFirst::OnClick(bool) {
     Page->ShowFile(0);
 }

@@ -83,6 +83,7 @@ set(audiopage_windows
     audiopage/merged_tags.cpp
     audiopage/page_buttons.cpp
     audiopage/page_painting.cpp
+    audiopage/page_release.cpp
     audiopage/page_text.cpp
     audiopage/property_rows.cpp
     audiopage/row_painting.cpp
@@ -324,6 +325,7 @@ set(audiopage_tests_windows
     tests/audiopage/locale_numbers_test.cpp
     tests/audiopage/page_buttons_test.cpp
     tests/audiopage/page_pictures_test.cpp
+    tests/audiopage/page_release_test.cpp
     tests/audiopage/page_window.cpp
     tests/audiopage/property_rows_test.cpp
     tests/audiopage/refresh_reentry_test.cpp

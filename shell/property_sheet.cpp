@@ -107,6 +107,7 @@ UINT CALLBACK AudioPageCallback(HWND hwnd, UINT message, PROPSHEETPAGEW* page) n
     if (message != PSPCB_RELEASE)
         return CallbackDone;
     SetWindowLongPtrW(hwnd, GWLP_USERDATA, 0);
-    delete reinterpret_cast<clAudioPropPage*>(page->lParam);
+    if (auto* released = reinterpret_cast<clAudioPropPage*>(page->lParam))
+        released->Release();
     return CallbackDone;
 }

@@ -11,7 +11,8 @@
 //     AudioPageProc             the page's window, from WM_INITDIALOG on; a page
 //                               that the user never opens gets none
 //     AudioPageCallback         PSPCB_RELEASE, after the window or without one:
-//                               frees the object
+//                               frees the object, at the end of the call on it
+//                               that is under way, if one is
 //
 // All of these let no exception out but AddPropertyPages.
 

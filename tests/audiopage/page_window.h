@@ -21,6 +21,11 @@ public:
     void Open();
     // Destroys the dialog; the page object stays.
     void Close();
+    // As the sheet does at its end: there is no page after it.
+    void Release() {
+        Close();
+        page_.release()->Release();
+    }
     // One of the page's own timer.
     void Tick();
     // Waits until all files are read, and ticks.

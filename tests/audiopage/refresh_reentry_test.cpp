@@ -1,62 +1,19 @@
 // Messages that a refresh lets in while it waits for the tips' lock.
+#include "resources/resource_ids.h"
+#include "tests/audiopage/held_tips.h"
 #include "tests/audiopage/page_fixture.h"
 #include "tests/audiopage/watched_calls.h"
 #include "tests/shell/counted_allocations.h"
-#include "toolkit/nwindow.h"
+#include "tests/support/clipboard_turn.h"
+#include "toolkit/nclipboard.h"
 #include "toolkit/tip_thread.h"
 
-#include <functional>
 #include <new>
-#include <thread>
 #include <vector>
 
 namespace {
 constexpr wchar_t Fitting[] = L"Fits";
 constexpr wchar_t Cut[] = L"One\rTwo"; // its row has a tip
-
-// Another thread holds the lock of the tips until a message is dispatched that
-// was posted by PostEnd.
-class HeldTips : public NWindow {
-public:
-    HeldTips() {
-        Create(L"", {0, 0, 10, 10}, WS_POPUP);
-        holder_ = std::thread([this] {
-            const NMutexLock lock(tipLock);
-            SetEvent(held_.Get());
-            WaitForSingleObject(end_.Get(), LongestMs);
-        });
-        EXPECT_EQ(WaitForSingleObject(held_.Get(), LongestMs), WAIT_OBJECT_0);
-    }
-    ~HeldTips() override {
-        SetEvent(end_.Get());
-        holder_.join();
-        Destroy();
-    }
-
-    // `onEnd` runs when the lock is free.
-    void PostEnd(std::function<void()> onEnd = [] {}) {
-        onEnd_ = std::move(onEnd);
-        PostMessageW(hwnd, End, 0, 0);
-    }
-    bool HasEnded() const { return WaitForSingleObject(end_.Get(), 0) == WAIT_OBJECT_0; }
-
-    LRESULT OnMessage(HWND, UINT message, WPARAM, LPARAM, int32_t*) override {
-        if (message == End) {
-            SetEvent(end_.Get());
-            onEnd_();
-        }
-        return 0;
-    }
-
-private:
-    static constexpr UINT End = WM_APP + 7;
-    static constexpr DWORD LongestMs = 30000;
-
-    std::function<void()> onEnd_;
-    UniqueKernelHandle held_{CreateEventW(nullptr, TRUE, FALSE, nullptr)};
-    UniqueKernelHandle end_{CreateEventW(nullptr, TRUE, FALSE, nullptr)};
-    std::thread holder_;
-};
 
 class RefreshReentry : public PageTest {
 protected:
@@ -193,6 +150,23 @@ TEST_F(RefreshReentry, AClickWhileThePageClosesFillsNothing) {
     held.PostEnd();
     window_.Close();
     ASSERT_TRUE(held.HasEnded());
+    ExpectEmpty();
+}
+
+TEST_F(RefreshReentry, ACopyWhileThePageClosesLeavesTheClipboardAlone) {
+    const ClipboardTurn turn;
+    NClipboard clipboard;
+    ASSERT_TRUE(clipboard.Open(nullptr));
+    clipboard.SetTextW(L"kept");
+    clipboard.Close();
+    OpenSingleView({Cut, Cut});
+    ASSERT_EQ(Page().RowTips.Count(), 1);
+    HeldTips held;
+    PostMessageW(window_.Dialog(), WM_COMMAND, IDC_COPY_ROWS, 0);
+    held.PostEnd();
+    window_.Close();
+    ASSERT_TRUE(held.HasEnded());
+    EXPECT_EQ(ClipboardTurn::WideText(), L"kept");
     ExpectEmpty();
 }
 
