@@ -7,7 +7,6 @@
 
 #include <cstdint>
 #include <cstring>
-#include <vector>
 
 namespace {
 // The table of all GDI handles, which every process has mapped; the process
@@ -86,29 +85,9 @@ bool IsIcon(HICON icon) {
     return true;
 }
 
-// The list of all handles of all processes.
-constexpr ULONG SystemHandles = 16;
-constexpr LONG TooSmall = static_cast<LONG>(0xC0000004);
-using QuerySystem = LONG(WINAPI*)(ULONG kind, void* buffer, ULONG size, ULONG* needed);
-
-struct HandleEntry {
-    uint32_t process;
-    uint8_t kind;
-    uint8_t flags;
-    uint16_t value;
-    void* object;
-    uint32_t access;
-};
-
-std::vector<uint8_t> AllHandles() {
-    static const auto query = reinterpret_cast<QuerySystem>(
-        GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "NtQuerySystemInformation"));
-    std::vector<uint8_t> list(1 << 16);
-    ULONG needed = 0;
-    while (query(SystemHandles, list.data(), static_cast<ULONG>(list.size()), &needed) == TooSmall)
-        list.resize(list.size() * 2);
-    return list;
-}
+// Handles are multiples of this; the lowest free one is given out first.
+constexpr ULONG_PTR HandleStep = 4;
+constexpr int LongestGap = 512; // of freed ones, between handles
 } // namespace
 
 int CountGdiObjects() {
@@ -139,16 +118,18 @@ int CountKernelHandles() {
     DWORD told = 0;
     if (GetProcessHandleCount(GetCurrentProcess(), &told) && told)
         return static_cast<int>(told);
-    const std::vector<uint8_t> list = AllHandles();
-    uint32_t entries = 0;
-    memcpy(&entries, list.data(), sizeof(entries));
-    const uint8_t* entry = list.data() + sizeof(void*);
+    // One by one: Wine 8.0's server can crash over the list of all handles,
+    // when a process ends meanwhile.
     int count = 0;
-    for (uint32_t i = 0; i < entries; ++i, entry += sizeof(HandleEntry)) {
-        HandleEntry handle;
-        memcpy(&handle, entry, sizeof(handle));
-        if (handle.process == GetCurrentProcessId())
+    int missing = 0;
+    for (ULONG_PTR value = HandleStep; missing < LongestGap; value += HandleStep) {
+        DWORD flags = 0;
+        if (GetHandleInformation(reinterpret_cast<HANDLE>(value), &flags)) {
             ++count;
+            missing = 0;
+        } else {
+            ++missing;
+        }
     }
     return count;
 }
