@@ -25,6 +25,11 @@ NString HexText(HRESULT result) {
 }
 } // namespace
 
+// Nobody is to look for the suite beside a module that is gone.
+ModuleHost::~ModuleHost() {
+    NSetModuleInstance(nullptr);
+}
+
 bool ModuleHost::LoadRegistered() {
     HRESULT result = CoGetClassObject(ShellClass, CLSCTX_INPROC_SERVER, nullptr, IID_IClassFactory,
                                       factory_.PutVoid());

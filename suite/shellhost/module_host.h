@@ -12,6 +12,11 @@
 // program looks for its sibling (NModuleInstance).
 class ModuleHost {
 public:
+    ModuleHost() = default;
+    ~ModuleHost();
+    ModuleHost(const ModuleHost&) = delete;
+    ModuleHost& operator=(const ModuleHost&) = delete;
+
     // By the class id, as the shell creates it. False on failure; `Problem`
     // says why.
     bool LoadRegistered();

@@ -24,9 +24,12 @@ TEST(ModuleHost, LoadsTheModuleFromAPathAndHandsItASelection) {
 
 TEST(ModuleHost, TheExchangesSiblingIsTheOneBesideTheModule) {
     OleSession ole;
-    ModuleHost module;
-    ASSERT_TRUE(module.LoadFrom(NString(ModulePath).Text));
-    EXPECT_EQ(NModuleInstance(), GetModuleHandleW(L"tNWShell.DLL"));
+    {
+        ModuleHost module;
+        ASSERT_TRUE(module.LoadFrom(NString(ModulePath).Text));
+        EXPECT_EQ(NModuleInstance(), GetModuleHandleW(L"tNWShell.DLL"));
+    }
+    EXPECT_EQ(NModuleInstance(), nullptr);
 }
 
 TEST(ModuleHost, SaysWhyAModuleThatIsNotThereIsNotLoaded) {

@@ -12,8 +12,6 @@
 namespace {
 class TagReading : public testing::Test {
 protected:
-    ~TagReading() override { NSetModuleInstance(nullptr); }
-
     void LoadModule() {
         ASSERT_TRUE(module_.LoadFrom(NString(TONEWRIGHT_SUITE_DIR "/tNWShell.DLL").Text));
     }
