@@ -21,10 +21,12 @@ int RunBenches(const BenchPlaces& places) {
         fprintf(stderr, "the module can't be loaded\n");
         return 1;
     }
+    if (!BenchMenu(places)) // which forgets its module at the end
+        return 1;
     // Its companions lie beside it, not beside this program.
     NSetModuleInstance(module.Get());
-    bool done = BenchMenu(places) && BenchPage(places) && BenchRows(places) &&
-                BenchExchange(places) && BenchRecords();
+    const bool done =
+        BenchPage(places) && BenchRows(places) && BenchExchange(places) && BenchRecords();
     return done ? 0 : 1;
 }
 } // namespace
