@@ -1,6 +1,5 @@
 #include "tests/toolkit/button_dialog.h"
 
-#include <thread>
 #include <utility>
 
 namespace {
@@ -110,14 +109,4 @@ void HandlePosted() {
         TranslateMessage(&message);
         DispatchMessageW(&message);
     }
-}
-
-bool OthersCanTake(NMutex& mutex) {
-    bool taken = false;
-    std::thread([&] {
-        taken = mutex.TryLock();
-        if (taken)
-            mutex.Unlock();
-    }).join();
-    return taken;
 }

@@ -90,6 +90,3 @@ private:
 
 // Handles all posted messages of this thread.
 void HandlePosted();
-
-// Whether a thread other than this one could have the mutex now.
-bool OthersCanTake(NMutex& mutex);

@@ -2,6 +2,7 @@
 #include "tests/support/test_cursor.h"
 #include "tests/toolkit/button_dialog.h"
 #include "tests/toolkit/pixels.h"
+#include "tests/toolkit/window_facts.h"
 
 #include <gtest/gtest.h>
 
@@ -167,7 +168,7 @@ TEST_F(NButtonKeysTest, InADialogReturnClicksTheFocusedButton) {
 // By the mouse it is inside both.
 TEST_F(NButtonKeysTest, AClickByKeyIsOutsideTheBarsLockAndFilter) {
     button.onClick = [&] {
-        EXPECT_TRUE(OthersCanTake(dialog.bar.lock));
+        EXPECT_TRUE(IsFree(dialog.bar.lock));
         EXPECT_EQ((Filtered{0, 1}), dialog.Filter(WM_TIMER, dialog.bar.timerId));
     };
     Send(WM_KEYDOWN, VK_SPACE);
@@ -290,10 +291,10 @@ TEST_F(NButtonKeysTest, AMenuByTheMouseLeavesCharactersAlone) {
 TEST_F(NButtonKeysTest, APressHasTheBarsLockWhileItsMenuStands) {
     AddWithMenu();
     MenuKeys keys(dialog, {VK_ESCAPE});
-    keys.whileShown = [&] { EXPECT_FALSE(OthersCanTake(dialog.bar.lock)); };
+    keys.whileShown = [&] { EXPECT_FALSE(IsFree(dialog.bar.lock)); };
     Press();
     EXPECT_EQ(1, keys.shown);
-    EXPECT_TRUE(OthersCanTake(dialog.bar.lock));
+    EXPECT_TRUE(IsFree(dialog.bar.lock));
 }
 
 TEST_F(NButtonKeysTest, TheBarMayBeDestroyedWhileAMenuStands) {
@@ -309,7 +310,7 @@ TEST_F(NButtonKeysTest, TheBarMayBeDestroyedWhileAMenuStands) {
         EXPECT_EQ(nullptr, button.window);
         EXPECT_FALSE(button.leftDown);
         EXPECT_FALSE(button.keyDown);
-        EXPECT_TRUE(OthersCanTake(dialog.bar.lock));
+        EXPECT_TRUE(IsFree(dialog.bar.lock));
     }
 }
 
@@ -335,7 +336,7 @@ TEST_F(NButtonKeysTest, TheDialogMayBeDestroyedWhileAMenuStands) {
         EXPECT_EQ(nullptr, one.window);
         EXPECT_FALSE(one.leftDown);
         EXPECT_FALSE(one.keyDown);
-        EXPECT_TRUE(OthersCanTake(another.bar.lock));
+        EXPECT_TRUE(IsFree(another.bar.lock));
     }
 }
 

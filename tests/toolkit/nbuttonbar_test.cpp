@@ -1,6 +1,7 @@
 #include "tests/support/test_cursor.h"
 #include "tests/toolkit/button_dialog.h"
 #include "tests/toolkit/pixels.h"
+#include "tests/toolkit/window_facts.h"
 #include "toolkit/nbuttonbar.h"
 
 #include <gtest/gtest.h>
@@ -512,7 +513,7 @@ TEST_F(NButtonBarTest, ARepeatMayDestroyTheBar) {
     dialog.Tick();
     EXPECT_EQ(1u, first.repeats.size());
     EXPECT_EQ(nullptr, first.window);
-    EXPECT_TRUE(OthersCanTake(dialog.bar.lock));
+    EXPECT_TRUE(IsFree(dialog.bar.lock));
 }
 
 TEST_F(NButtonBarTest, ARepeatMayDestroyTheDialog) {
@@ -528,7 +529,7 @@ TEST_F(NButtonBarTest, ARepeatMayDestroyTheDialog) {
 TEST_F(NButtonBarTest, ClicksAndRepeatsHaveTheLock) {
     int seen = 0;
     const auto look = [&] {
-        EXPECT_FALSE(OthersCanTake(dialog.bar.lock));
+        EXPECT_FALSE(IsFree(dialog.bar.lock));
         ++seen;
     };
     first.onClick = look;
@@ -541,7 +542,7 @@ TEST_F(NButtonBarTest, ClicksAndRepeatsHaveTheLock) {
         dialog.Filter(mouseButton.down);
         dialog.Tick();
         dialog.Filter(mouseButton.up);
-        EXPECT_TRUE(OthersCanTake(dialog.bar.lock));
+        EXPECT_TRUE(IsFree(dialog.bar.lock));
     }
     EXPECT_EQ((std::vector<bool>{false, true}), first.clicks);
     EXPECT_EQ((std::vector<bool>{false, true}), first.repeats);
