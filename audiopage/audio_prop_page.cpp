@@ -48,7 +48,8 @@ private:
     clAudioPropPage& page_;
 };
 
-clAudioPropPage::clAudioPropPage() = default;
+clAudioPropPage::clAudioPropPage()
+    : calls_(this, [](void* page) { delete static_cast<clAudioPropPage*>(page); }) {}
 
 // The reader writes into lists that would be destroyed before it.
 clAudioPropPage::~clAudioPropPage() {
@@ -56,14 +57,18 @@ clAudioPropPage::~clAudioPropPage() {
 }
 
 void clAudioPropPage::OnInit() {
-    const Call call(*this);
+    const NCallCount::Call call(&calls_);
     isClosed_ = false;
     // 1.
     FileIndex = 0;
     ArtIndex = 0;
     Buttons.Start(Hwnd);
-    // 2.
+    // 2. Their tips may wait, and the window go meanwhile.
     MakeButtons();
+    if (isClosed_) {
+        Buttons.Destroy();
+        return;
+    }
     // 3.
     StarBitmap.LoadResource(IDB_STARS, NModuleInstance());
     // 4.
@@ -84,7 +89,7 @@ void clAudioPropPage::StartReading() {
 
 LRESULT clAudioPropPage::OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
                                    int32_t* handled) {
-    const Call call(*this);
+    const NCallCount::Call call(&calls_);
     const LRESULT result = Buttons.OnParentMessage(window, message, wParam, lParam, handled);
     if (*handled)
         return result;
@@ -116,7 +121,7 @@ LRESULT clAudioPropPage::OnMessage(HWND window, UINT message, WPARAM wParam, LPA
 }
 
 void clAudioPropPage::OnTick() {
-    const Call call(*this);
+    const NCallCount::Call call(&calls_);
     // 1.
     if (ReadingDone)
         return;
@@ -131,7 +136,7 @@ void clAudioPropPage::OnTick() {
 }
 
 void clAudioPropPage::RefreshView() {
-    const Call call(*this);
+    const NCallCount::Call call(&calls_);
     if (isClosed_)
         return;
     refreshAgain_ = true;

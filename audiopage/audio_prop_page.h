@@ -5,6 +5,7 @@
 #include "foundation/windows_lean.h"
 #include "toolkit/nbutton.h"
 #include "toolkit/nbuttonbar.h"
+#include "toolkit/ncall_count.h"
 #include "toolkit/ncanvas.h"
 #include "toolkit/nthread.h"
 #include "toolkit/ntooltip.h"
@@ -36,7 +37,7 @@ public:
 
     // Destroys the page, made by new: at once, or when the outermost call that
     // is under way on it or on one of its buttons' windows returns.
-    void Release();
+    void Release() { calls_.Release(); }
 
     // Makes the buttons, and starts the reading and the timer that looks for
     // its end.
@@ -56,10 +57,6 @@ public:
     class PageButton : public NButton {
     public:
         clAudioPropPage* Page = nullptr;
-
-        // A key's click or menu is a call on the page, too.
-        LRESULT OnSubclassMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
-                                  int32_t* handled) override;
     };
     class _cmdSkipFirst : public PageButton {
     public:
@@ -104,20 +101,6 @@ public:
     _cmdOptMenu cmdOptMenu;
 
 private:
-    // A call that is under way on the page, to the end of the scope. It stands
-    // before all else in whatever the platform calls. The outermost one
-    // destroys a released page.
-    class Call {
-    public:
-        explicit Call(clAudioPropPage& page) : page_(page) { ++page_.callsUnderWay_; }
-        Call(const Call&) = delete;
-        Call& operator=(const Call&) = delete;
-        ~Call();
-
-    private:
-        clAudioPropPage& page_;
-    };
-
     bool IsViewSingle() const { return cmdViewSingle.latched; }
     bool ShowsOneFile() const { return IsViewSingle() || Count == 1; }
     bool IsReading() const;
@@ -125,6 +108,7 @@ private:
     void RefreshOnce();
     void ReadOneFile();
 
+    // Ends early if the page is closed meanwhile.
     void MakeButtons();
     void SetButtonStates();
     void ShowFile(int32_t index);
@@ -148,6 +132,5 @@ private:
     bool refreshAgain_ = false;
     bool isClosed_ = false; // from WM_DESTROY on
 
-    int32_t callsUnderWay_ = 0;
-    bool isReleased_ = false;
+    NCallCount calls_;
 };

@@ -62,8 +62,13 @@ void clAudioPropPage::MakeButtons() {
     };
     NCanvas background;
     MakeBackground(background, Hwnd);
-    for (const PageButtonForm& form : forms)
+    for (const PageButtonForm& form : forms) {
+        // A key's click or menu is a call on the page, too.
+        form.button.calls = &calls_;
         AddButton(*this, form, background);
+        if (isClosed_)
+            break;
+    }
 }
 
 void clAudioPropPage::SetButtonStates() {
@@ -82,12 +87,6 @@ void clAudioPropPage::ShowFile(int32_t index) {
         return;
     FileIndex = index;
     RefreshView();
-}
-
-LRESULT clAudioPropPage::PageButton::OnSubclassMessage(HWND subclassed, UINT message, WPARAM wParam,
-                                                       LPARAM lParam, int32_t* handled) {
-    const Call call(*Page);
-    return NButton::OnSubclassMessage(subclassed, message, wParam, lParam, handled);
 }
 
 void clAudioPropPage::_cmdSkipFirst::OnClick(bool) {

@@ -49,6 +49,7 @@ set(toolkit_windows
     toolkit/nbrush.cpp
     toolkit/nbutton.cpp
     toolkit/nbuttonbar.cpp
+    toolkit/ncall_count.cpp
     toolkit/ncanvas.cpp
     toolkit/nclipboard.cpp
     toolkit/ndrawlist.cpp
@@ -83,7 +84,6 @@ set(audiopage_windows
     audiopage/merged_tags.cpp
     audiopage/page_buttons.cpp
     audiopage/page_painting.cpp
-    audiopage/page_release.cpp
     audiopage/page_text.cpp
     audiopage/property_rows.cpp
     audiopage/row_painting.cpp

@@ -1,6 +1,7 @@
 #include "toolkit/nsubclassctrl.h"
 
 #include "foundation/nmutex.h"
+#include "toolkit/ncall_count.h"
 
 namespace {
 NMutex subclassLock; // held while a window is bound, and through each message
@@ -45,6 +46,7 @@ LRESULT CALLBACK NSubClassCtrl::SubclassProc(HWND window, UINT message, WPARAM w
     const WNDPROC previous = control ? control->previousProc : nullptr;
     if (!previous)
         return 0;
+    const NCallCount::Call call(control->calls);
     int32_t handled = 0;
     LRESULT result = 0;
     // An exception that left the procedure would end the whole process. The

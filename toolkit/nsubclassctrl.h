@@ -4,6 +4,8 @@
 
 #include <cstdint>
 
+class NCallCount;
+
 // Attaches an object to a window that somebody else registered, by standing in
 // for its window procedure. An object belongs to its window's thread; a window
 // has one object at most, whose address is in its GWLP_USERDATA.
@@ -35,6 +37,7 @@ public:
 
     WNDPROC previousProc = nullptr; // the procedure that was replaced
     HWND boundWindow = nullptr;
+    NCallCount* calls = nullptr; // each message counts as a call there; null for none
 
 private:
     static LRESULT CALLBACK SubclassProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);

@@ -435,6 +435,17 @@ TEST_F(AudioPage, OfOneFileTheClipboardTakesTheRowsThatAreNotPainted) {
     ExpectShown({&Page().PageRowsOne, true, nullptr});
 }
 
+TEST_F(AudioPage, OfOneFileTheTipsAreThoseOfTheRowsThatAreNotPainted) {
+    AddFiles(1);
+    window_.OpenAndRead();
+    SetRows(Page().PageRowsAll, {L"One\rTwo"});
+    Page().RefreshView();
+    ASSERT_EQ(Page().RowTips.Count(), 1);
+    const NDrawList& scene = Page().RowTips[0]->scene;
+    ASSERT_EQ(scene.texts.Items.Count, 1);
+    EXPECT_EQ(static_cast<NDrawList::Text*>(scene.texts.Items.At(0))->text, L"One\rTwo");
+}
+
 // Views.
 
 TEST_F(AudioPage, ShowsThatItReads) {

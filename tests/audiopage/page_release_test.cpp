@@ -45,6 +45,10 @@ protected:
         EXPECT_TRUE(existedAfterRelease_);
         EXPECT_FALSE(PageExists());
     }
+    static UniqueHandle<PopupTraits> MakeOwner() {
+        return UniqueHandle<PopupTraits>(CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 400,
+                                                         400, nullptr, nullptr, nullptr, nullptr));
+    }
     void PutCursorOn(const NButton& button) {
         const RECT place = window_.PlaceOf(button.window);
         TestCursor::MoveTo(window_.Dialog(), place.left + 3, place.top + 3);
@@ -129,9 +133,30 @@ TEST_F(PageRelease, WhileTheCopyIsToldOfWaitsForTheCommand) {
 TEST_F(PageRelease, WhileTheButtonsAreMadeWaitsForTheStart) {
     window_.Open();
     window_.Close();
-    const UniqueHandle<PopupTraits> owner(CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 400,
-                                                          400, nullptr, nullptr, nullptr, nullptr));
+    const UniqueHandle<PopupTraits> owner = MakeOwner();
     Page().Hwnd = owner.Get();
     ExpectGoneOnlyAfter([this] { Page().OnInit(); });
+    EXPECT_EQ(tipList.Count, 0);
+}
+
+TEST_F(PageRelease, APageThatIsClosedWhileItsButtonsAreMadeStartsNothing) {
+    AddFiles(2);
+    window_.Open();
+    window_.Close();
+    Page().Reader.Close();
+    UniqueHandle<PopupTraits> owner = MakeOwner();
+    Page().Hwnd = owner.Get();
+    HeldTips held;
+    held.PostEnd([this, &owner] {
+        int32_t handled = 0;
+        Page().OnMessage(owner.Get(), WM_DESTROY, 0, 0, &handled);
+        owner.Reset();
+    });
+    Page().OnInit();
+    ASSERT_TRUE(held.HasEnded());
+    EXPECT_EQ(Page().Reader.handle, nullptr);
+    EXPECT_EQ(Page().Buttons.buttons.Count, 0);
+    EXPECT_EQ(Page().Buttons.timerId, 0u);
+    EXPECT_EQ(Page().PageRowsAll.Count(), 0);
     EXPECT_EQ(tipList.Count, 0);
 }
