@@ -7,8 +7,7 @@
 namespace {
 void Bind(void* parameter, HWND window, bool isDialog) {
     auto* object = static_cast<NWindow*>(parameter);
-    // Whoever sends such a message again must not list the object twice.
-    if (!object || FindInRegistry(window) == object)
+    if (!object)
         return;
     object->hwnd = window;
     object->isDialog = isDialog;

@@ -8,6 +8,10 @@ uint32_t classCounter = 0;
 
 void AddToRegistry(NWindow* object) {
     NMutexLock lock(registryLock);
+    for (int i = 0; i < windowRegistry.Count; ++i) {
+        if (windowRegistry.At(i) == object)
+            return;
+    }
     windowRegistry.Add(object);
 }
 

@@ -15,8 +15,8 @@ extern NPtrList windowRegistry;
 extern NMutex registryLock;
 extern uint32_t classCounter; // of the next window class's name
 
+// At the end, unless it is in the list already.
 void AddToRegistry(NWindow* object);
-// At the first match.
 void RemoveFromRegistry(const NWindow* object);
 // The first object of this window; null if none is bound to it. The list is
 // short, so it is simply searched.

@@ -305,21 +305,55 @@ TEST(NWindow, ACreationWithoutARecordBindsNothing) {
     EXPECT_EQ(before, windowRegistry.Count);
 }
 
-TEST(NWindow, TheRegistryLosesAnObjectAtItsFirstPlace) {
+TEST(NWindow, TheRegistryHasAnObjectOnce) {
     NWindow first;
     NWindow second;
     const int before = windowRegistry.Count;
     AddToRegistry(&first);
     AddToRegistry(&second);
     AddToRegistry(&first);
-    RemoveFromRegistry(&first);
     ASSERT_EQ(before + 2, windowRegistry.Count);
-    EXPECT_EQ(&second, windowRegistry.At(before));
-    EXPECT_EQ(&first, windowRegistry.At(before + 1));
+    EXPECT_EQ(&first, windowRegistry.At(before));
+    EXPECT_EQ(&second, windowRegistry.At(before + 1));
     RemoveFromRegistry(&first);
+    EXPECT_EQ(1, TimesRegistered(second));
+    EXPECT_EQ(before + 1, windowRegistry.Count);
     RemoveFromRegistry(&first); // isn't there any more
     RemoveFromRegistry(&second);
     EXPECT_EQ(before, windowRegistry.Count);
+}
+
+// An object that had a window of this handle before, and still names it, is
+// found first.
+TEST(NWindow, ACreationThatBringsAnotherObjectListsItBehindTheFirst) {
+    RecordingWindow first;
+    RecordingWindow second;
+    RecordingWindow third;
+    first.Make();
+    first.calls.clear();
+    const HWND window = first.hwnd;
+
+    CREATESTRUCTW creation = {};
+    creation.lpCreateParams = static_cast<NWindow*>(&second);
+    NWindowProc(window, WM_CREATE, 0, reinterpret_cast<LPARAM>(&creation));
+    EXPECT_EQ(window, second.hwnd);
+    EXPECT_EQ(0, second.isDialog);
+    EXPECT_EQ(1, TimesRegistered(second));
+
+    NDialogProc(window, WM_INITDIALOG, 0, reinterpret_cast<LPARAM>(static_cast<NWindow*>(&third)));
+    EXPECT_EQ(window, third.hwnd);
+    EXPECT_EQ(1, third.isDialog);
+    EXPECT_EQ(1, TimesRegistered(third));
+
+    EXPECT_EQ(Calls({Call("OnCreate", 1), Call("OnCreate", 1)}), first.calls);
+    EXPECT_TRUE(second.calls.empty());
+    EXPECT_TRUE(third.calls.empty());
+
+    // The window is the first one's.
+    for (RecordingWindow* other : {&second, &third}) {
+        RemoveFromRegistry(other);
+        other->hwnd = nullptr;
+    }
 }
 
 TEST(NWindow, AWindowOfTheClassWithoutAnObjectGetsDefaultProcessing) {
