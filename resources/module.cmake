@@ -44,8 +44,8 @@ set(module_page_buttons
     ${CMAKE_BINARY_DIR}/resources/button_options.bmp)
 add_custom_command(OUTPUT ${module_page_buttons}
     COMMAND ${PYTHON3} -B ${module_art}/draw-page-buttons ${CMAKE_BINARY_DIR}/resources
-    DEPENDS ${module_art}/draw-page-buttons ${module_art}/shapes.py
-    COMMENT "Drawing the page's buttons"
+    DEPENDS ${module_art}/draw-page-buttons ${module_art}/buttons.py ${module_art}/shapes.py
+    COMMENT "Drawing the pages' buttons"
     VERBATIM)
 set(module_page_signs
     ${CMAKE_BINARY_DIR}/resources/stars.bmp
@@ -59,21 +59,33 @@ add_custom_command(OUTPUT ${module_page_signs}
     DEPENDS ${module_art}/draw-page-signs ${module_art}/shapes.py
     COMMENT "Drawing the page's stars and icons"
     VERBATIM)
+set(module_tag_page_pictures
+    ${CMAKE_BINARY_DIR}/resources/button_edit_single.bmp
+    ${CMAKE_BINARY_DIR}/resources/button_add.bmp
+    ${CMAKE_BINARY_DIR}/resources/button_remove.bmp
+    ${CMAKE_BINARY_DIR}/resources/button_clear.bmp
+    ${CMAKE_BINARY_DIR}/resources/icon_tag_page.ico)
+add_custom_command(OUTPUT ${module_tag_page_pictures}
+    COMMAND ${PYTHON3} -B ${module_art}/draw-tag-page-pictures ${CMAKE_BINARY_DIR}/resources
+    DEPENDS ${module_art}/draw-tag-page-pictures ${module_art}/buttons.py ${module_art}/shapes.py
+    COMMENT "Drawing the ID-Tag page's pictures"
+    VERBATIM)
 set(module_suite_icon ${CMAKE_BINARY_DIR}/resources/icon_suite.ico)
 add_custom_command(OUTPUT ${module_suite_icon}
     COMMAND ${PYTHON3} -B ${module_art}/draw-suite-icon ${CMAKE_BINARY_DIR}/resources
     DEPENDS ${module_art}/draw-suite-icon ${module_art}/shapes.py
     COMMENT "Drawing the icon of the module's windows"
     VERBATIM)
-set(module_page_pictures ${module_art_frame} ${module_page_buttons} ${module_page_signs})
-# For the tests that show the page too.
+set(module_page_pictures ${module_art_frame} ${module_page_buttons} ${module_page_signs}
+    ${module_tag_page_pictures})
+# For the tests that show the pages too.
 add_custom_target(page_pictures DEPENDS ${module_page_pictures})
 
 enable_language(RC)
 set_source_files_properties(${module_resources}/module.rc PROPERTIES
     INCLUDE_DIRECTORIES "${CMAKE_SOURCE_DIR};${module_resources};${CMAKE_BINARY_DIR}/resources"
     COMPILE_OPTIONS "-c;65001"
-    OBJECT_DEPENDS "${module_typelib};${module_menu_pictures};${module_page_pictures};${module_suite_icon};${module_resources}/tnwshell.rgs;${module_resources}/audio_page.rc;${module_resources}/resource_ids.h")
+    OBJECT_DEPENDS "${module_typelib};${module_menu_pictures};${module_page_pictures};${module_suite_icon};${module_resources}/tnwshell.rgs;${module_resources}/audio_page.rc;${module_resources}/tag_page.rc;${module_resources}/resource_ids.h")
 
 # DllMain and the exports lie in the shell room, where no other object asks
 # for them: the whole archive is taken.

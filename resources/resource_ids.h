@@ -40,3 +40,13 @@
 
 // The disc case around a cover, 99 x 90, with its opening of 88 x 88 at (10, 1).
 #define IDB_ART_FRAME 236
+
+// The page ID-Tag: its dialog, without controls, and its icon. It has the skip
+// buttons of the other page, and strips of its own: four frames, 34 high with
+// their masks, and 240 wide, or 220 for those that change a tag's elements.
+#define IDD_TAG_PAGE 205
+#define IDI_TAG_PAGE 212
+#define IDB_EDIT_SINGLE 228
+#define IDB_REMOVE_ELEMENT 229
+#define IDB_ADD_ELEMENT 230
+#define IDB_CLEAR_TAGS 231

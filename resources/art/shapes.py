@@ -39,6 +39,14 @@ def bar(left, top, right, bottom, colour):
     return Polygon([(left, top), (right, top), (right, bottom), (left, bottom)], colour)
 
 
+def rounded(left, top, right, bottom, radius, colour):
+    """A bar with round corners."""
+    return [bar(left + radius, top, right - radius, bottom, colour),
+            bar(left, top + radius, right, bottom - radius, colour)] + [
+        Ellipse((x, y), radius, radius, colour)
+        for x in (left + radius, right - radius) for y in (top + radius, bottom - radius)]
+
+
 def band(start, end, width, colour):
     """A straight line of a width, cut square at its ends."""
     (ax, ay), (bx, by) = start, end

@@ -1,4 +1,4 @@
-// The pictures of the page Audio Properties in the module that was built.
+// The pictures of the pages in the module that was built.
 #include "tests/shell/loaded_module.h"
 #include "toolkit/gdi_owners.h"
 
@@ -40,8 +40,9 @@ const IconGroup* FindIcons(HMODULE module, WORD id) {
 TEST(PageResources, BitmapsHaveTheirNumbersAndSizes) {
     const LoadedModule module;
     const SizeCase cases[] = {
-        {215, 68, 34}, {216, 68, 34}, {217, 240, 34}, {218, 68, 34},
-        {219, 68, 34}, {220, 68, 34}, {221, 32, 14},  {236, 99, 90},
+        {215, 68, 34},  {216, 68, 34},  {217, 240, 34}, {218, 68, 34},
+        {219, 68, 34},  {220, 68, 34},  {221, 32, 14},  {236, 99, 90},
+        {228, 240, 34}, {229, 220, 34}, {230, 220, 34}, {231, 220, 34},
     };
     for (const SizeCase& one : cases) {
         const SIZE size = SizeOfBitmap(module.Handle(), one.id);
@@ -53,7 +54,8 @@ TEST(PageResources, BitmapsHaveTheirNumbersAndSizes) {
 TEST(PageResources, IconsHaveTheirNumbersAndSizes) {
     const LoadedModule module;
     const SizeCase cases[] = {
-        {213, 16, 16}, {223, 16, 16}, {224, 16, 16}, {226, 16, 16}, {227, 16, 16}, {235, 32, 32},
+        {212, 16, 16}, {213, 16, 16}, {223, 16, 16}, {224, 16, 16},
+        {226, 16, 16}, {227, 16, 16}, {235, 32, 32},
     };
     for (const SizeCase& one : cases) {
         const IconGroup* icons = FindIcons(module.Handle(), one.id);
