@@ -107,7 +107,7 @@ TEST_P(Killed, BehindEachChangeOfTheDiskItLeavesTheOldFileOrTheNewOne) {
 }
 
 TEST_P(Killed, AtAnyInstantItLeavesTheOldFileOrTheNewOne) {
-    constexpr int rounds = 10;
+    constexpr int rounds = 5;
     constexpr DWORD longest = 60; // milliseconds: a run takes about half of it
     unsigned seed = std::random_device()();
     SCOPED_TRACE("seed " + std::to_string(seed));

@@ -78,13 +78,13 @@ TEST_F(ManySheets, ClosedWhileTheyReadLeaveNothingBehind) {
     constexpr int MoreThanAreReadMeanwhile = 200;
     for (int file = 0; file < MoreThanAreReadMeanwhile; ++file)
         SelectSample();
-    ExpectFlat(100, OfTheReaderAndTheTips, LeftByThePlatform(1), [this] { OpenAndClose(false); });
+    ExpectFlat(30, OfTheReaderAndTheTips, LeftByThePlatform(1), [this] { OpenAndClose(false); });
     EXPECT_GT(stillReading_, 0);
 }
 
 TEST_F(ManySheets, ThatWereNeverShownLeaveNothingBehind) {
     SelectSample();
-    ExpectFlat(100, 0, LeftByThePlatform(2), [this] {
+    ExpectFlat(30, 0, LeftByThePlatform(2), [this] {
         PageTaker taker;
         Offer(taker);
         Sheet sheet({PlainPage(), taker.GiveUp().at(0)});

@@ -249,7 +249,7 @@ TEST(PictureDecoding, PicturesCutAnywhereNeitherCrashNorLeak) {
     };
     loadAllCuts(1);
     const PlatformObjects before = CountPlatformObjects();
-    loadAllCuts(3);
+    loadAllCuts(17);
     EXPECT_EQ(before, CountPlatformObjects());
 }
 

@@ -304,7 +304,7 @@ TEST_F(TipThread, OwnersOnSeveralThreadsDoNotDisturbEachOther) {
     tipPlatform.ticks = [] { return isOwner ? TipThreadWorld::Start : TipThreadWorld::now.load(); };
     const auto own = [] {
         isOwner = true;
-        for (int round = 0; round < 25; ++round) {
+        for (int round = 0; round < 8; ++round) {
             NToolTip armed;
             NToolTip shown;
             armed.SetText(TextOfArea());
@@ -426,8 +426,8 @@ TEST_F(TipThread, ATipThatIsRegisteredTwiceIsOnTheListOnce) {
     EXPECT_EQ(1, tipList.Count);
 }
 
-TEST_F(TipThread, TwoHundredTipsLeaveOnlyTheEventsOfTheirThreads) {
-    constexpr int Tips = 200;
+TEST_F(TipThread, ManyTipsLeaveOnlyTheEventsOfTheirThreads) {
+    constexpr int Tips = 30;
     NIcon icon;
     ASSERT_TRUE(icon.Load(IDI_MARK, 16, 16));
     const auto showAndClear = [&] {
@@ -465,7 +465,7 @@ TEST_F(TipThread, ManyShowsOnOneThreadLeaveNothing) {
         showAndClear();
     CountPlatformObjects();
     const PlatformObjects before = CountPlatformObjects();
-    for (int i = 0; i < 60; ++i)
+    for (int i = 0; i < 30; ++i)
         showAndClear();
     EXPECT_EQ(before, CountPlatformObjects());
 }
