@@ -342,6 +342,9 @@ set(audiopage_tests_windows
 
 set(tagpage_tests_windows
     tests/tagpage/genre_list_test.cpp
+    tests/tagpage/scripted_tags.cpp
+    tests/tagpage/scripted_tags_test.cpp
+    tests/tagpage/stand_in/tag_script.cpp
     tests/tagpage/tag_choices_test.cpp)
 
 set(shell_tests_windows
