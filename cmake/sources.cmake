@@ -37,6 +37,7 @@ set(codec_windows
     codec/trace.cpp)
 
 set(toolkit_windows
+    toolkit/combo_completion.cpp
     toolkit/device_contexts.cpp
     toolkit/dpi.cpp
     toolkit/draw_list_measuring.cpp
@@ -61,6 +62,7 @@ set(toolkit_windows
     toolkit/nthread.cpp
     toolkit/ntooltip.cpp
     toolkit/nuserdllfade.cpp
+    toolkit/nvaluelist.cpp
     toolkit/nwindow.cpp
     toolkit/nwindow_helpers.cpp
     toolkit/picture_decoding.cpp
@@ -70,8 +72,16 @@ set(toolkit_windows
     toolkit/tip_platform.cpp
     toolkit/tip_text_scene.cpp
     toolkit/tip_thread.cpp
+    toolkit/value_control.cpp
+    toolkit/value_control_keys.cpp
+    toolkit/value_editor.cpp
+    toolkit/value_list_keys.cpp
+    toolkit/value_list_messages.cpp
+    toolkit/value_row_painting.cpp
+    toolkit/value_row_scene.cpp
     toolkit/window_procedures.cpp
-    toolkit/window_registry.cpp)
+    toolkit/window_registry.cpp
+    toolkit/window_text.cpp)
 
 set(audiopage_windows
     audiopage/audio_prop_page.cpp
@@ -287,6 +297,7 @@ set(toolkit_tests_windows
     tests/toolkit/draw_list_painting_test.cpp
     tests/toolkit/fit_text_test.cpp
     tests/toolkit/gradient_test.cpp
+    tests/toolkit/list_dialog.cpp
     tests/toolkit/message_dispatch_test.cpp
     tests/toolkit/message_pump_test.cpp
     tests/toolkit/nbitmap_test.cpp
@@ -303,6 +314,7 @@ set(toolkit_tests_windows
     tests/toolkit/ntooltip_mouse_test.cpp
     tests/toolkit/ntooltip_test.cpp
     tests/toolkit/nuserdllfade_test.cpp
+    tests/toolkit/nvaluelist_test.cpp
     tests/toolkit/nwindow_helpers_test.cpp
     tests/toolkit/nwindow_test.cpp
     tests/toolkit/packed_coordinates_test.cpp

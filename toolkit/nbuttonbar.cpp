@@ -1,6 +1,6 @@
 #include "toolkit/nbuttonbar.h"
 
-#include <atomic>
+#include "toolkit/filter_turn.h"
 
 namespace {
 constexpr UINT_PTR BarTimerId = 7787;
@@ -8,24 +8,6 @@ constexpr UINT BarTimerMs = 50;
 
 // Wanted: one flag for all bars of the process, on whatever thread.
 constinit std::atomic<bool> filterRuns = false;
-
-// The turn of one message in the filter. A message that comes while another
-// one has the turn gets none.
-class FilterTurn {
-public:
-    FilterTurn() : taken_(!filterRuns.exchange(true)) {}
-    ~FilterTurn() {
-        if (taken_)
-            filterRuns = false;
-    }
-    FilterTurn(const FilterTurn&) = delete;
-    FilterTurn& operator=(const FilterTurn&) = delete;
-
-    bool IsTaken() const { return taken_; }
-
-private:
-    bool taken_;
-};
 } // namespace
 
 void NButtonBar::Start(HWND ownerWindow) {
@@ -59,7 +41,7 @@ void NButtonBar::Destroy() {
 LRESULT NButtonBar::OnParentMessage(HWND, UINT message, WPARAM wParam, LPARAM lParam,
                                     int32_t* handled) {
     *handled = 0;
-    FilterTurn turn;
+    FilterTurn turn(filterRuns);
     // Buttons are drawn also while one of them runs its click.
     if (!turn.IsTaken() && message != WM_DRAWITEM)
         return 0;
