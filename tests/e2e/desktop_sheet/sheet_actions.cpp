@@ -1,0 +1,239 @@
+#include "tests/e2e/desktop_sheet/sheet_actions.h"
+
+#include "foundation/com_owners.h"
+#include "resources/resource_ids.h"
+#include "suite/shellhost/console.h"
+
+#include <commctrl.h>
+#include <prsht.h>
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace {
+constexpr int ApplyButton = 0x3021; // of the platform's sheets
+constexpr DWORD LongestMs = 60000;
+constexpr DWORD StepMs = 20;
+
+// Another thread's windows can't be waited for: they are looked at.
+template <typename Look>
+auto WaitFor(const char* what, Look look) {
+    const DWORD start = GetTickCount();
+    for (;;) {
+        if (const auto found = look())
+            return found;
+        if (GetTickCount() - start > LongestMs)
+            throw std::runtime_error(std::string("there is no ") + what);
+        Sleep(StepMs);
+    }
+}
+
+std::wstring ClassOf(HWND window) {
+    wchar_t name[64] = L"";
+    GetClassNameW(window, name, 64);
+    return name;
+}
+
+std::wstring TextOf(HWND window) {
+    wchar_t text[256] = L"";
+    GetWindowTextW(window, text, 256);
+    return text;
+}
+
+// The first shown window of those that `list` goes through which `isIt` takes.
+template <typename List, typename IsIt>
+HWND FindShown(List list, IsIt isIt) {
+    struct Search {
+        IsIt& isIt;
+        HWND found;
+    } search = {isIt, nullptr};
+    list(
+        [](HWND window, LPARAM context) -> BOOL {
+            auto& one = *reinterpret_cast<Search*>(context);
+            if (IsWindowVisible(window) && one.isIt(window))
+                one.found = window;
+            return one.found == nullptr;
+        },
+        reinterpret_cast<LPARAM>(&search));
+    return search.found;
+}
+
+template <typename IsIt>
+HWND FindChild(HWND parent, IsIt isIt) {
+    return FindShown(
+        [parent](WNDENUMPROC proc, LPARAM context) { EnumChildWindows(parent, proc, context); },
+        isIt);
+}
+
+std::wstring ClipboardText() {
+    if (!OpenClipboard(nullptr))
+        return {};
+    std::wstring text;
+    {
+        const GlobalMemoryLock block(GetClipboardData(CF_UNICODETEXT));
+        if (block)
+            text = static_cast<const wchar_t*>(block.Bytes());
+    }
+    CloseClipboard();
+    return text;
+}
+
+void EmptyTheClipboard() {
+    WaitFor("clipboard", [] { return OpenClipboard(nullptr); });
+    EmptyClipboard();
+    CloseClipboard();
+}
+
+void Print(const std::wstring& line) {
+    if (!Console::Line(line.c_str()))
+        throw std::runtime_error("nothing can be printed");
+}
+
+// Of lines with "\r\n" between them.
+void PrintLines(const std::wstring& text) {
+    for (size_t start = 0; start <= text.size();) {
+        const size_t end = std::min(text.find(L"\r\n", start), text.size());
+        Print(text.substr(start, end - start));
+        start = end + 2;
+    }
+}
+
+void Click(HWND window, POINT place) {
+    const LPARAM position = MAKELPARAM(place.x, place.y);
+    SendMessageW(window, WM_LBUTTONDOWN, MK_LBUTTON, position);
+    SendMessageW(window, WM_LBUTTONUP, 0, position);
+}
+} // namespace
+
+SheetActions::SheetActions(DWORD thread) {
+    sheet_ = WaitFor("property sheet", [thread] {
+        return FindShown(
+            [thread](WNDENUMPROC proc, LPARAM context) {
+                EnumThreadWindows(thread, proc, context);
+            },
+            [](HWND window) { return FindWindowExW(window, nullptr, WC_TABCONTROLW, nullptr); });
+    });
+}
+
+SheetActions::Word SheetActions::Do(Word action, Word end) {
+    const std::wstring name = *action++;
+    const auto next = [&] {
+        if (action == end)
+            throw std::runtime_error("an action lacks a word");
+        return *action++;
+    };
+    if (name == L"tabs")
+        PrintTabs();
+    else if (name == L"page")
+        TurnTo(next());
+    else if (name == L"rows")
+        PrintRows();
+    else if (name == L"edit") {
+        const int row = std::stoi(next());
+        Edit(row, next());
+    } else if (name == L"press")
+        Press(next());
+    else if (name == L"apply")
+        Apply();
+    else if (name == L"unchanged")
+        ExpectUnchanged();
+    else if (name == L"ok")
+        CloseBy(IDOK);
+    else if (name == L"cancel")
+        CloseBy(IDCANCEL);
+    else
+        throw std::runtime_error("no such action");
+    return action;
+}
+
+HWND SheetActions::Tabs() const {
+    return FindWindowExW(sheet_, nullptr, WC_TABCONTROLW, nullptr);
+}
+
+HWND SheetActions::Page() const {
+    return reinterpret_cast<HWND>(SendMessageW(sheet_, PSM_GETCURRENTPAGEHWND, 0, 0));
+}
+
+std::wstring SheetActions::TitleOf(int tab) const {
+    wchar_t text[128] = L"";
+    TCITEMW item = {};
+    item.mask = TCIF_TEXT;
+    item.pszText = text;
+    item.cchTextMax = 128;
+    SendMessageW(Tabs(), TCM_GETITEMW, static_cast<WPARAM>(tab), reinterpret_cast<LPARAM>(&item));
+    return item.pszText;
+}
+
+void SheetActions::PrintTabs() {
+    const auto count = static_cast<int>(SendMessageW(Tabs(), TCM_GETITEMCOUNT, 0, 0));
+    for (int tab = 0; tab < count; ++tab)
+        Print(TitleOf(tab));
+}
+
+void SheetActions::TurnTo(const std::wstring& title) {
+    const auto count = static_cast<int>(SendMessageW(Tabs(), TCM_GETITEMCOUNT, 0, 0));
+    for (int tab = 0; tab < count; ++tab) {
+        if (TitleOf(tab) != title)
+            continue;
+        SendMessageW(sheet_, PSM_SETCURSEL, static_cast<WPARAM>(tab), 0);
+        WaitFor("shown page", [this] { return IsWindowVisible(Page()); });
+        return;
+    }
+    throw std::runtime_error("no page of that title");
+}
+
+HWND SheetActions::EnabledButton(const std::wstring& text) const {
+    return WaitFor("enabled button", [&] {
+        return FindChild(
+            Page(), [&](HWND window) { return TextOf(window) == text && IsWindowEnabled(window); });
+    });
+}
+
+// The button opens the menu within the press, so the menu's command goes to the
+// page without it; not before the button is enabled.
+void SheetActions::PrintRows() {
+    EnabledButton(L"Options Menu");
+    EmptyTheClipboard();
+    SendMessageW(Page(), WM_COMMAND, IDC_COPY_ROWS, 0);
+    PrintLines(ClipboardText());
+}
+
+void SheetActions::Edit(int row, const std::wstring& text) {
+    const HWND page = Page();
+    const HWND list = WaitFor("list of rows", [page] {
+        return FindChild(page, [](HWND window) { return ClassOf(window) == L"ListBox"; });
+    });
+    RECT place = {};
+    if (SendMessageW(list, LB_GETITEMRECT, static_cast<WPARAM>(row),
+                     reinterpret_cast<LPARAM>(&place)) == LB_ERR)
+        throw std::runtime_error("no such row");
+    Click(list, {place.left + 5, (place.top + place.bottom) / 2});
+    const HWND editor = WaitFor("editor", [list] {
+        return FindChild(list, [](HWND window) { return ClassOf(window) == L"Edit"; });
+    });
+    SendMessageW(editor, EM_SETSEL, 0, -1);
+    for (wchar_t unit : text)
+        SendMessageW(editor, WM_CHAR, unit, 1);
+}
+
+void SheetActions::Press(const std::wstring& text) {
+    const HWND button = EnabledButton(text);
+    SendMessageW(button, WM_KEYDOWN, VK_SPACE, 1);
+    SendMessageW(button, WM_KEYUP, VK_SPACE, 1);
+}
+
+void SheetActions::Apply() {
+    const HWND button = GetDlgItem(sheet_, ApplyButton);
+    WaitFor("enabled Apply", [button] { return IsWindowEnabled(button); });
+    SendMessageW(button, BM_CLICK, 0, 0);
+}
+
+void SheetActions::ExpectUnchanged() {
+    if (IsWindowEnabled(GetDlgItem(sheet_, ApplyButton)))
+        throw std::runtime_error("Apply is enabled");
+}
+
+void SheetActions::CloseBy(int button) {
+    SendMessageW(GetDlgItem(sheet_, button), BM_CLICK, 0, 0);
+    WaitFor("end of the sheet", [this] { return !IsWindow(sheet_); });
+}
