@@ -101,9 +101,21 @@ set(audiopage_windows
     audiopage/rows_clipboard.cpp)
 
 set(tagpage_windows
+    tagpage/changed_elements.cpp
+    tagpage/combined_set.cpp
+    tagpage/commit.cpp
     tagpage/genre_list.cpp
     tagpage/genre_table.cpp
-    tagpage/tag_choices.cpp)
+    tagpage/id_tag_page.cpp
+    tagpage/page_controls.cpp
+    tagpage/page_procedures.cpp
+    tagpage/page_rows.cpp
+    tagpage/rating_forms.cpp
+    tagpage/row_events.cpp
+    tagpage/store_edits.cpp
+    tagpage/tag_choices.cpp
+    tagpage/tag_reading.cpp
+    tagpage/title_text.cpp)
 
 set(shell_windows
     shell/class_factory.cpp
@@ -353,11 +365,26 @@ set(audiopage_tests_windows
     tests/support/picture_compare_test.cpp)
 
 set(tagpage_tests_windows
+    tests/tagpage/button_pictures_test.cpp
+    tests/audiopage/watched_calls.cpp
+    tests/tagpage/changed_elements_test.cpp
+    tests/tagpage/combined_set_test.cpp
+    tests/tagpage/commit_test.cpp
     tests/tagpage/genre_list_test.cpp
+    tests/tagpage/page_controls_test.cpp
+    tests/tagpage/page_release_test.cpp
+    tests/tagpage/page_rows_test.cpp
+    tests/tagpage/rating_forms_test.cpp
+    tests/tagpage/row_events_test.cpp
     tests/tagpage/scripted_tags.cpp
     tests/tagpage/scripted_tags_test.cpp
     tests/tagpage/stand_in/tag_script.cpp
-    tests/tagpage/tag_choices_test.cpp)
+    tests/tagpage/store_edits_test.cpp
+    tests/tagpage/tag_choices_test.cpp
+    tests/tagpage/tag_page_test.cpp
+    tests/tagpage/tag_page_window.cpp
+    tests/tagpage/title_text_test.cpp
+    tests/tagpage/watched_shell.cpp)
 
 set(shell_tests_windows
     tests/shell/class_factory_test.cpp

@@ -14,8 +14,7 @@ void WriteTable(const NString& path) {
         file.WriteString(NString(*genre).Text, true);
 }
 
-void ReadLines(const NString& path, NStringList& lines) {
-    NFile file(path, GENERIC_READ, OPEN_EXISTING, false, true);
+void ReadLines(NFile& file, NStringList& lines) {
     NString line;
     while (file.ReadLine(line, true))
         lines.Add(line);
@@ -40,6 +39,25 @@ void AddGenreChoicesOf(const NString& path, NStringList& choices) {
     if (!NPathExists(path, isFolder))
         WriteTable(path);
     // 4. to 6.
-    ReadLines(path, choices);
+    NFile file(path, GENERIC_READ, OPEN_EXISTING, false, true);
+    ReadLines(file, choices);
     choices.SortByText(true);
+}
+
+void AddGenreToFile(const NString& genre) {
+    AddGenreToFileOf(GenreFilePath(), genre);
+}
+
+void AddGenreToFileOf(const NString& path, const NString& genre) {
+    // 1.
+    NCreateFolders(NGetFolder(path));
+    NFile file(path, GENERIC_READ | GENERIC_WRITE, OPEN_ALWAYS, false, true);
+    // 2.
+    NStringList lines;
+    ReadLines(file, lines);
+    // 3. A last line that the user left without its end grows by it: wanted.
+    if (!lines.Contains(genre.Text, true)) {
+        file.Seek(0, NFile::FromEnd);
+        file.WriteString(genre.Text, true);
+    }
 }

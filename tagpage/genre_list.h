@@ -22,3 +22,9 @@ NString GenreFilePath();
 void AddGenreChoices(NStringList& choices);
 // The same for a file elsewhere, whose folder is made with its parents.
 void AddGenreChoicesOf(const NString& path, NStringList& choices);
+
+// Appends the line unless the file has it, ASCII case ignored. The file is made
+// if it isn't there, without the table: it holds this one genre then.
+void AddGenreToFile(const NString& genre);
+// The same for a file elsewhere.
+void AddGenreToFileOf(const NString& path, const NString& genre);

@@ -31,3 +31,16 @@ public:
 
     HDC dc;
 };
+
+// Owner of the device context that a window's WM_PAINT draws on.
+class NPaintDC {
+public:
+    explicit NPaintDC(HWND painted) : window(painted), dc(BeginPaint(painted, &paint)) {}
+    NPaintDC(const NPaintDC&) = delete;
+    NPaintDC& operator=(const NPaintDC&) = delete;
+    ~NPaintDC() { EndPaint(window, &paint); }
+
+    HWND window;
+    PAINTSTRUCT paint = {};
+    HDC dc; // from `paint`, so behind it
+};

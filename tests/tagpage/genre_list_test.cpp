@@ -158,6 +158,10 @@ protected:
         ASSERT_TRUE(file.IsOpen());
         file.WriteString(units, false);
     }
+    void WriteAfterChoices(const wchar_t* units) {
+        Choices(); // makes the folders
+        WriteUnits(units);
+    }
     std::wstring Content() const {
         bool failed = false;
         std::wstring units(static_cast<size_t>(NGetFileSize(path_, failed)) / sizeof(wchar_t), 0);
@@ -300,6 +304,74 @@ TEST_F(GenreList, OthersMayHaveTheFileOpenMeanwhile) {
     EXPECT_EQ(Choices().size(), static_cast<size_t>(GenreCount));
 }
 
+// What users typed.
+
+TEST_F(GenreList, ANewGenreIsAppendedAsALine) {
+    WriteAfterChoices(L"Rock\r\nBlues\r\n");
+    AddGenreToFileOf(path_, L"Zydeco");
+    EXPECT_EQ(Content(), L"Rock\r\nBlues\r\nZydeco\r\n");
+    EXPECT_EQ(Choices(), (Texts{L"Blues", L"Rock", L"Zydeco"}));
+}
+
+TEST_F(GenreList, AGenreThatIsThereInOtherCapitalsIsNotAppended) {
+    WriteAfterChoices(L"Rock\r\nBlues\r\n");
+    AddGenreToFileOf(path_, L"bLUES");
+    AddGenreToFileOf(path_, L"Rock");
+    EXPECT_EQ(Content(), L"Rock\r\nBlues\r\n");
+}
+
+TEST_F(GenreList, TheStartOfAGenreIsAnotherGenre) {
+    WriteAfterChoices(L"Rock\r\n");
+    AddGenreToFileOf(path_, L"Roc");
+    AddGenreToFileOf(path_, L"Rocks");
+    EXPECT_EQ(Content(), L"Rock\r\nRoc\r\nRocks\r\n");
+}
+
+TEST_F(GenreList, WhateverARowShowsIsLearned) {
+    WriteAfterChoices(L"Rock\r\n");
+    AddGenreToFileOf(path_, L"<different>");
+    AddGenreToFileOf(path_, L"<different>");
+    AddGenreToFileOf(path_, L"Rock; \x97F3\x6A02");
+    EXPECT_EQ(Content(), L"Rock\r\n<different>\r\nRock; \x97F3\x6A02\r\n");
+}
+
+TEST_F(GenreList, AFileThatIsNotThereIsMadeOfTheGenreAlone) {
+    AddGenreToFileOf(path_, L"Zydeco");
+    EXPECT_EQ(Content(), L"Zydeco\r\n");
+    EXPECT_EQ(Choices(), Texts{L"Zydeco"});
+}
+
+TEST_F(GenreList, ALastLineWithoutItsEndGrows) {
+    WriteAfterChoices(L"Rock\r\nBlues");
+    AddGenreToFileOf(path_, L"Zydeco");
+    EXPECT_EQ(Content(), L"Rock\r\nBluesZydeco\r\n");
+}
+
+TEST_F(GenreList, OthersMayHaveTheFileOpenWhileItGrows) {
+    WriteAfterChoices(L"Rock\r\n");
+    NFile reading(path_, GENERIC_READ, OPEN_EXISTING, false, true);
+    AddGenreToFileOf(path_, L"Zydeco");
+    EXPECT_EQ(Content(), L"Rock\r\nZydeco\r\n");
+}
+
+TEST_F(GenreList, AFileThatCannotBeOpenedDoesNotGrow) {
+    WriteAfterChoices(L"Rock\r\n");
+    {
+        NFile held(path_, GENERIC_READ | GENERIC_WRITE, OPEN_EXISTING, false, false);
+        ASSERT_TRUE(held.IsOpen());
+        AddGenreToFileOf(path_, L"Zydeco");
+    }
+    EXPECT_EQ(Content(), L"Rock\r\n");
+}
+
+TEST_F(GenreList, AFolderThatCannotBeMadeLearnsNothing) {
+    NString inTheWay = folder_.File(L"new");
+    NFile file(inTheWay, GENERIC_WRITE, CREATE_ALWAYS, false, true);
+    file.Close();
+    AddGenreToFileOf(path_, L"Zydeco");
+    EXPECT_EQ(Choices(), Texts());
+}
+
 namespace {
 // The user's folder for application data lies in the test's folder.
 class UsersGenres : public GenreList {
@@ -329,4 +401,11 @@ TEST_F(UsersGenres, AreMadeAndOfferedForAGenreRow) {
     AddChoices(TagChoicesFor(L"GENRE"), choices);
     EXPECT_EQ(choices.Count, GenreCount);
     EXPECT_EQ(Content(), TableAsLines());
+}
+
+TEST_F(UsersGenres, LearnWhatIsTyped) {
+    NStringList choices;
+    AddChoices(TagChoices::Genre, choices);
+    AddGenreToFile(L"Zydeco");
+    EXPECT_EQ(Content(), TableAsLines() + L"Zydeco\r\n");
 }
