@@ -419,6 +419,9 @@ set(shell_registration_tests_windows
     tests/shell/fake_data_object.cpp
     tests/shell/installed_module_test.cpp
     tests/shell/loaded_module.cpp)
+set(crowded_tags_tests_windows
+    tests/querytrackdata/test_files.cpp
+    tests/tagmap/crowded_tags_test.cpp)
 set(tagmap_tests_windows
     tests/querytrackdata/test_files.cpp
     tests/tagmap/aiff_text_chunks_test.cpp
@@ -516,6 +519,6 @@ foreach(list IN ITEMS
         codec_tests_portable codec_tests_windows toolkit_tests_windows
         audiopage_tests_windows tagpage_tests_windows shell_tests_windows decoder_tests_windows
         shell_leaks_tests_windows shell_registration_tests_windows tagmap_tests_windows
-        querytrackdata_tests_windows shellhost_tests_windows)
+        crowded_tags_tests_windows querytrackdata_tests_windows shellhost_tests_windows)
     list(TRANSFORM ${list} PREPEND ${CMAKE_CURRENT_LIST_DIR}/../)
 endforeach()

@@ -108,6 +108,8 @@ NString ElementOf(const String& field) {
 
 // The spelling of the name that the tag has already.
 String SpellingOf(const Tag& tag, const String& field) {
+    if (tag.attributeListMap().contains(field))
+        return field;
     for (const auto& [name, attributes] : tag.attributeListMap())
         if (SameName(name, field))
             return name;

@@ -1,6 +1,7 @@
 #include "suite/tagmap/field_rules.h"
 
 #include <algorithm>
+#include <set>
 
 namespace tagmap {
 
@@ -67,8 +68,9 @@ void AddValues(clTagRecord& record, const NString& name, const TagLib::StringLis
 }
 
 void AppendMissing(TagLib::StringList& list, const TagLib::StringList& values) {
+    std::set<TagLib::String> known(list.begin(), list.end());
     for (const TagLib::String& value : values)
-        if (!list.contains(value))
+        if (known.insert(value).second)
             list.append(value);
 }
 

@@ -76,13 +76,14 @@ void WriteComments(Tag& tag, const StringList& values, int version) {
         tag.addFrame(frames[0]);
     }
     const bool oneEach = frames.size() == values.size();
+    const std::vector<String> texts(values.begin(), values.end());
     for (unsigned index = 0; index < frames.size(); ++index) {
         if (index > 0 && !oneEach) {
             tag.removeFrame(frames[index]);
             continue;
         }
         frames[index]->setTextEncoding(TextEncodingOf(version));
-        frames[index]->setText(oneEach ? values[index] : JoinForSingleField(values));
+        frames[index]->setText(oneEach ? texts[index] : JoinForSingleField(values));
     }
 }
 

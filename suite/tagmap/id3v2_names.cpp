@@ -231,8 +231,9 @@ bool FillOneEach(const Frames& frames, const StringList& values, int version) {
         if (ValuesOf(*frame).size() != 1 || dynamic_cast<const TextFrame*>(frame))
             return false;
     bool filled = true;
-    for (unsigned index = 0; index < values.size(); ++index)
-        filled = Fill(*frames[index], StringList(values[index]), version) && filled;
+    auto frame = frames.begin();
+    for (const String& value : values)
+        filled = Fill(**frame++, StringList(value), version) && filled;
     return filled;
 }
 
@@ -272,7 +273,7 @@ void ReadOtherTexts(const Tag& tag, clTagRecord& record) {
         }
         const NString name = NameOf(*frame);
         if (!name.IsEmpty())
-            AddNamedText(texts, name, ValuesOf(*frame));
+            texts.Add(name, ValuesOf(*frame));
     }
     for (const auto& [name, values] : texts)
         AddValues(record, name, values);

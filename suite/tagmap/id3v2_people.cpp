@@ -5,6 +5,9 @@
 
 #include <textidentificationframe.h>
 
+#include <iterator>
+#include <vector>
+
 namespace tagmap {
 
 namespace {
@@ -47,13 +50,16 @@ String RoleOf(const NString& name) {
 StringList PairsOfOthers(const TextFrame& frame, const NString& name) {
     const StringList fields = frame.fieldList();
     StringList kept;
-    for (unsigned index = 0; index < fields.size(); index += 2) {
-        const bool isPair = index + 1 < fields.size();
-        if (isPair && SameElement(NameOfPair(frame, fields[index]), name))
-            continue;
-        kept.append(fields[index]);
+    for (auto field = fields.begin(); field != fields.end(); ++field) {
+        const String& role = *field;
+        const bool isPair = std::next(field) != fields.end();
         if (isPair)
-            kept.append(fields[index + 1]);
+            ++field;
+        if (isPair && SameElement(NameOfPair(frame, role), name))
+            continue;
+        kept.append(role);
+        if (isPair)
+            kept.append(*field);
     }
     return kept;
 }
@@ -86,14 +92,12 @@ void AddPairs(Tag& tag, const NString& name, const StringList& values, int versi
 
 } // namespace
 
-void AddNamedText(NamedTexts& texts, const NString& name, const StringList& values) {
-    for (auto& [known, list] : texts) {
-        if (SameElement(known, name)) {
-            list.append(values);
-            return;
-        }
-    }
-    texts.emplace_back(name, values);
+void NamedTexts::Add(const NString& name, const StringList& values) {
+    const auto [place, isNew] = places_.emplace(NameKey(name), entries_.size());
+    if (isNew)
+        entries_.emplace_back(name, values);
+    else
+        entries_[place->second].second.append(values);
 }
 
 bool IsPeopleFrame(const Frame& frame) {
@@ -109,8 +113,12 @@ bool IsPersonName(const NString& name) {
 
 void ReadPeople(const Frame& frame, NamedTexts& texts) {
     const StringList fields = dynamic_cast<const TextFrame&>(frame).fieldList();
-    for (unsigned index = 0; index + 1 < fields.size(); index += 2)
-        AddNamedText(texts, NameOfPair(frame, fields[index]), StringList(fields[index + 1]));
+    const String* role = nullptr;
+    for (const String& field : fields) {
+        if (role)
+            texts.Add(NameOfPair(frame, *role), StringList(field));
+        role = role ? nullptr : &field;
+    }
 }
 
 void PutPeople(Tag& tag, const NString& name, const StringList& values, int version) {

@@ -3,6 +3,7 @@
 #include <id3v2tag.h>
 #include <tfile.h>
 
+#include <algorithm>
 #include <functional>
 #include <unordered_map>
 
@@ -74,16 +75,21 @@ private:
 // all chunks of that name, so there must not be a second one.
 template <typename ChunkedFile>
 Id3v2Source Id3v2SourceInChunks(TagLib::ID3v2::Tag* tag, ChunkedFile& file) {
-    return Id3v2Source(tag, [&file](unsigned at, unsigned count) {
-        TagLib::ByteVector bytes;
-        int chunks = 0;
-        for (unsigned index = 0; index < file.chunkCount(); ++index) {
-            if (file.chunkName(index) == "ID3 " || file.chunkName(index) == "id3 ") {
-                bytes = file.chunkData(index);
-                ++chunks;
-            }
+    int chunks = 0;
+    long offset = 0;
+    unsigned size = 0;
+    for (unsigned index = 0; tag && index < file.chunkCount(); ++index) {
+        if (file.chunkName(index) == "ID3 " || file.chunkName(index) == "id3 ") {
+            offset = static_cast<long>(file.chunkOffset(index));
+            size = file.chunkDataSize(index);
+            ++chunks;
         }
-        return chunks == 1 ? bytes.mid(at, count) : TagLib::ByteVector();
+    }
+    size = chunks == 1 ? size : 0;
+    return Id3v2Source(tag, [&file, offset, size](unsigned at, unsigned count) {
+        const unsigned begin = std::min(at, size);
+        file.seek(offset + static_cast<long>(begin));
+        return file.readBlock(std::min(count, size - begin));
     });
 }
 

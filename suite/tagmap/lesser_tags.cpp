@@ -4,6 +4,8 @@
 #include "suite/tagmap/pictures.h"
 
 #include <algorithm>
+#include <set>
+#include <string>
 
 namespace tagmap {
 
@@ -98,13 +100,16 @@ void CopyPictures(clTagRecord& source, clTagRecord& record) {
 }
 
 void AddMissing(clTagRecord& record, clTagRecord& lesser) {
-    if (HasPictures(record)) {
-        for (int index = lesser.Count() - 1; index >= 0; --index) {
-            if (IsArtName(lesser[index]->Name))
-                lesser.RemoveAt(index);
-        }
+    const bool hasPictures = HasPictures(record);
+    std::set<std::wstring> known;
+    for (int index = 0; index < record.Count(); ++index)
+        known.insert(NameKey(record[index]->Name));
+    for (int index = 0; index < lesser.Count(); ++index) {
+        const clTagElement& element = *lesser[index];
+        const bool isOther = !hasPictures || !IsArtName(element.Name);
+        if (isOther && known.insert(NameKey(element.Name)).second)
+            record.AddCopy(element);
     }
-    record.Merge(lesser, false);
 }
 
 void TakeAccepted(clTagRecord& changes, const Refusals& refused, clTagRecord& accepted) {

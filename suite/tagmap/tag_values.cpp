@@ -1,6 +1,6 @@
 #include "suite/tagmap/tag_values.h"
 
-#include <string>
+#include <algorithm>
 
 namespace tagmap {
 
@@ -29,6 +29,12 @@ TagLib::String ToTagLib(const NString& text) {
     return TagLib::String(std::wstring(text.c_str(), static_cast<size_t>(text.CharCount())));
 }
 
+std::wstring NameKey(const NString& name) {
+    std::wstring key(name.c_str());
+    std::transform(key.begin(), key.end(), key.begin(), NUpperUnit);
+    return key;
+}
+
 TagLib::StringList SplitValues(const NString& text) {
     TagLib::StringList values;
     int from = 1;
@@ -48,7 +54,7 @@ NString JoinValues(const TagLib::StringList& values) {
         if (value.isEmpty())
             continue;
         if (!joined.IsEmpty())
-            joined.InsertChar(ValueSeparator);
+            joined.Append(&ValueSeparator, 1);
         joined.Append(WithoutCarriageReturns(value));
     }
     return joined;
@@ -59,7 +65,7 @@ TagLib::String JoinForSingleField(const TagLib::StringList& values) {
 }
 
 void Refusals::Add(const NString& name) {
-    if (!Contains(name))
+    if (keys_.insert(NameKey(name)).second)
         names_.Add(name);
 }
 

@@ -6,12 +6,19 @@
 #include <tstring.h>
 #include <tstringlist.h>
 
+#include <set>
+#include <string>
+
 // Texts between the library and the record. Both hold UTF-16 units, surrogates
 // included, so nothing is lost either way.
 namespace tagmap {
 
 NString ToNString(const TagLib::String& text);
 TagLib::String ToTagLib(const NString& text);
+
+// The same for all names that differ in nothing but ASCII case: a damaged file can
+// have a million names, too many to compare each with all others.
+std::wstring NameKey(const NString& name);
 
 // An element with several values holds one carriage return between them.
 // Empty parts are left out; a text without any gives an empty list.
@@ -26,11 +33,12 @@ class Refusals {
 public:
     // Each name once.
     void Add(const NString& name);
-    bool Contains(const NString& name) const { return names_.Contains(name.c_str(), true); }
+    bool Contains(const NString& name) const { return keys_.contains(NameKey(name)); }
     const NStringList& Names() const { return names_; }
 
 private:
     NStringList names_;
+    std::set<std::wstring> keys_;
 };
 
 } // namespace tagmap
