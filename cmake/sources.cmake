@@ -167,6 +167,7 @@ set(tagmap_windows
     suite/tagmap/mp4_save.cpp
     suite/tagmap/mp4_tags.cpp
     suite/tagmap/mpeg_frames.cpp
+    suite/tagmap/ogg_flac_bounds.cpp
     suite/tagmap/ogg_flac_comment.cpp
     suite/tagmap/ogg_flac_pictures.cpp
     suite/tagmap/pictures.cpp
@@ -454,6 +455,7 @@ set(tagmap_tests_windows
     tests/tagmap/mp4_tags_test.cpp
     tests/tagmap/mpeg_frames_test.cpp
     tests/tagmap/new_tag_test.cpp
+    tests/tagmap/ogg_flac_bounds_test.cpp
     tests/tagmap/ogg_flac_comment_test.cpp
     tests/tagmap/ogg_flac_pictures_test.cpp
     tests/tagmap/pictures_test.cpp

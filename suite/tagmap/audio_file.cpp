@@ -3,6 +3,7 @@
 #include "suite/tagmap/aiff_text_chunks.h"
 #include "suite/tagmap/mp4_bounds.h"
 #include "suite/tagmap/mpeg_frames.h"
+#include "suite/tagmap/ogg_flac_bounds.h"
 #include "suite/tagmap/wav_file.h"
 
 #include <apefile.h>
@@ -132,6 +133,13 @@ std::unique_ptr<TagLib::File> OpenMp4(FileStream& stream, bool readAudio) {
     return std::make_unique<TagLib::MP4::File>(&stream, readAudio);
 }
 
+std::unique_ptr<TagLib::File> OpenOggFlac(FileStream& stream, bool readAudio) {
+    if (!OggFlacBlocksAreBounded(stream))
+        return nullptr;
+    stream.seek(0, TagLib::IOStream::Beginning);
+    return std::make_unique<TagLib::Ogg::FLAC::File>(&stream, readAudio);
+}
+
 std::unique_ptr<TagLib::File> FileFor(Format format, FileStream& stream, bool readAudio) {
     TagLib::ID3v2::FrameFactory* frames = TagLib::ID3v2::FrameFactory::instance();
     switch (format) {
@@ -146,7 +154,7 @@ std::unique_ptr<TagLib::File> FileFor(Format format, FileStream& stream, bool re
     case Format::OggSpeex:
         return std::make_unique<TagLib::Ogg::Speex::File>(&stream, readAudio);
     case Format::OggFlac:
-        return std::make_unique<TagLib::Ogg::FLAC::File>(&stream, readAudio);
+        return OpenOggFlac(stream, readAudio);
     case Format::Mp4:
         return OpenMp4(stream, readAudio);
     case Format::Asf:
