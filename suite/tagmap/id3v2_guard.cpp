@@ -25,7 +25,9 @@ constexpr unsigned DeepestLevel = 16;
 // Some writers' lengths are wrong, so that a frame is read with what follows it.
 constexpr uint64_t SpareFrames = 1000;
 constexpr uint64_t Rereads = 4;
-constexpr uint64_t SpareBytes = 16 * 1024 * 1024;
+constexpr uint64_t SpareBytes = 1024 * 1024;
+// The library copies a genre anew behind each closing bracket of it.
+constexpr uint64_t MostGenreBytes = 64 * 1024 * 1024;
 
 bool IsName(const ByteVector& id) {
     return std::all_of(id.begin(), id.end(), [](char unit) {
@@ -39,6 +41,10 @@ ByteVector NameOf(const FrameHead& head, unsigned version) {
     const ByteVector& id = head.Id;
     const bool isShort = version == OldVersion && id.size() > shortSize && id[shortSize] == 0;
     return isShort ? id.mid(0, shortSize) : id;
+}
+
+uint64_t CountOf(const ByteVector& bytes, char wanted) {
+    return static_cast<uint64_t>(std::count(bytes.begin(), bytes.end(), wanted));
 }
 
 // Behind the text that ends with a zero; `at` itself if none does.
@@ -112,7 +118,9 @@ private:
 
     void LookInto(const FrameHead& head, const ByteVector& fields, unsigned level) {
         bytes_ += fields.size();
-        isBounded_ = bytes_ <= mostBytes_;
+        if (IsGenre(head))
+            genreBytes_ += uint64_t{fields.size()} * CountOf(fields, ')');
+        isBounded_ = bytes_ <= mostBytes_ && genreBytes_ <= MostGenreBytes;
         if (!isBounded_)
             return;
         if (head.Id == "CHAP")
@@ -121,12 +129,18 @@ private:
             IsBounded(fields, FramesAtInContents(fields), level + 1);
     }
 
+    bool IsGenre(const FrameHead& head) const {
+        const ByteVector name = NameOf(head, version_);
+        return name == GenreFrame || name == "TCO";
+    }
+
     const Header& header_;
     const unsigned version_;
     const uint64_t mostFrames_;
     const uint64_t mostBytes_;
     uint64_t frames_ = 0;
     uint64_t bytes_ = 0;
+    uint64_t genreBytes_ = 0;
     bool isBounded_ = true;
 };
 

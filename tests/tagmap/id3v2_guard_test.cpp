@@ -156,6 +156,31 @@ TEST(Id3v2Guard, TextsThatAreReadOverAndOverAreNoAudio) {
     ExpectNoAudio(MpegWith(Tag(Reaching("TIT2", Utf8Text("title"), texts))));
 }
 
+// A tag of some kilobytes; what the library makes of it takes a hundred times as
+// much memory as the bytes that it reads.
+TEST(Id3v2Guard, TextsOfMegabytesInAllFromASmallTagAreNoAudio) {
+    constexpr int texts = 500;
+    ExpectNoAudio(MpegWith(Tag(Reaching("TIT2", Utf8Text("title"), texts))));
+}
+
+// The library copies a genre from each closing bracket on: in a tag of ten megabytes
+// that takes hours.
+TEST(Id3v2Guard, AGenreOfManyBracketsIsNoAudio) {
+    constexpr int many = 10000;
+    const std::string genre = Repeated("(1)", many);
+    ExpectNoAudioInAnyFile(Tag(Frame("TCON", Latin1Text(genre))));
+    EXPECT_EQ(Reading(MpegWith(TagBytes(3, {{"TCON", Latin1Text(genre)}}))), Outcome::NotAudio);
+    EXPECT_EQ(Reading(MpegWith(TagBytes(2, {{"TCO", Latin1Text(genre)}}))), Outcome::NotAudio);
+    EXPECT_EQ(Reading(MpegWith(TagBytes(4, {{"TIT2", Latin1Text(genre)}}))), Outcome::Done);
+}
+
+TEST(Id3v2Guard, ManyGenresOfManyBracketsCountTogether) {
+    constexpr int some = 1500;
+    const std::string genre = Frame("TCON", Latin1Text(Repeated("(1)", some)));
+    EXPECT_EQ(Reading(MpegWith(Tag(genre))), Outcome::Done);
+    EXPECT_EQ(Reading(MpegWith(Tag(Repeated(genre, 20)))), Outcome::NotAudio);
+}
+
 TEST(Id3v2Guard, AFewWrongLengthsAreRead) {
     constexpr int few = 5;
     EXPECT_EQ(Reading(MpegWith(Tag(Reaching("TIT2", Utf8Text("title"), Many)))), Outcome::Done);
