@@ -19,6 +19,9 @@ constexpr unsigned VersionAt = 8;
 constexpr unsigned SizeAt = 12;
 constexpr unsigned CountAt = 16;
 constexpr unsigned FlagsAt = 20;
+// More than any tag has. A change can bring all of them into an ID3v2 tag, where
+// each is looked for among the others.
+constexpr unsigned MostItems = 1000;
 constexpr unsigned OldVersion = 1000;
 constexpr unsigned NewVersion = 2000;
 constexpr unsigned HeaderFlag = 0x80000000;
@@ -88,7 +91,7 @@ bool ApeSurvivesSave(TagLib::File& file, const Tag* tag, bool hasId3v1) {
         return true;
     const std::optional<RawTag> raw = ReadRaw(file, end, footer);
     // As many different keys as items: none stands twice.
-    if (!raw || !tag || raw->Count != tag->itemListMap().size())
+    if (!raw || !tag || raw->Count != tag->itemListMap().size() || raw->Count > MostItems)
         return false;
     unsigned at = 0;
     for (unsigned item = 0; item < raw->Count; ++item) {

@@ -14,6 +14,7 @@ namespace tagmap {
 // key, and loses flags that it doesn't know and texts that are no UTF-8. False
 // too for a tag whose sizes don't fit together, for which the library need not
 // say that there is one: a save would cut the audio, or leave a gap of megabytes.
+// And false for more items than any real tag has.
 bool ApeSurvivesSave(TagLib::File& file, const TagLib::APE::Tag* tag, bool hasId3v1);
 
 } // namespace tagmap

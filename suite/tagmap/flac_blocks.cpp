@@ -17,6 +17,9 @@ using TagLib::ByteVector;
 constexpr char StreamMark[] = "fLaC";
 constexpr long StreamMarkSize = 4;
 constexpr unsigned HeaderSize = 4;
+// More than any file has. To take a picture off a file the library goes over all
+// blocks.
+constexpr int MostBlocks = 10000;
 constexpr unsigned char LastBlock = 0x80;
 constexpr unsigned char BlockTypes = 0x7F;
 constexpr unsigned char CommentBlock = 4;
@@ -42,11 +45,12 @@ bool FlacPictureSurvivesSave(const ByteVector& data) {
 
 bool FlacSurvivesSave(TagLib::FLAC::File& file) {
     int comments = 0;
+    int blocks = 0;
     long at = FirstBlockOf(file);
     for (bool isLast = false; !isLast;) {
         file.seek(at);
         const ByteVector header = file.readBlock(HeaderSize);
-        if (header.size() != HeaderSize)
+        if (header.size() != HeaderSize || ++blocks > MostBlocks)
             return false;
         const auto first = static_cast<unsigned char>(header[0]);
         const unsigned length = header.toUInt(1U, 3U);

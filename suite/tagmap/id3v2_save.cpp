@@ -23,6 +23,9 @@ constexpr char OldDateFrame[] = "TDAT";
 constexpr char OldTimeFrame[] = "TIME";
 constexpr char MoodDescription[] = "MOOD";
 constexpr int NoGenre = 255;
+// Far more than any tag has, with all of its chapters. To take a frame off a tag
+// the library goes over all of them.
+constexpr size_t MostFrames = 10000;
 
 // Frames of ID3v2.2 without a counterpart in 2.4, and their names in 2.3.
 struct Renaming {
@@ -165,9 +168,10 @@ TagLib::ID3v2::Version LibraryVersion(int version) {
 
 bool Id3v2SurvivesSave(const Tag& tag) {
     const Frames frames = FramesOf(tag);
-    return std::none_of(frames.begin(), frames.end(), [](const Frame* frame) {
-        return FrameAccess::NeedsFlags(*frame) || HasNoNewName(*frame);
-    });
+    return frames.size() <= MostFrames &&
+           std::none_of(frames.begin(), frames.end(), [](const Frame* frame) {
+               return FrameAccess::NeedsFlags(*frame) || HasNoNewName(*frame);
+           });
 }
 
 void PrepareId3v2Save(Tag& tag, int version) {

@@ -35,6 +35,7 @@ TagLib::ID3v2::Version LibraryVersion(int version);
 // False if the tag has encrypted or grouped frames: the library saves them
 // without the flags that say so, which makes them unreadable. And false for
 // frames of ID3v2.2 that have no name in the later versions: it leaves them out.
+// And false for more frames than any real tag has.
 bool Id3v2SurvivesSave(const TagLib::ID3v2::Tag& tag);
 
 void ReadId3v2(const TagLib::ID3v2::Tag& tag, clTagRecord& record);

@@ -134,6 +134,16 @@ TEST_P(ApeSave, ASizeThatDoesNotFitIsRefused) {
         EXPECT_TRUE(IsRefused(Frame(size, 0, 0))) << size;
 }
 
+TEST_P(ApeSave, MoreItemsThanAnyTagHasAreRefused) {
+    constexpr int most = 1000;
+    std::vector<std::string> items;
+    for (int number = 0; number < most; ++number)
+        items.push_back(Item("Key" + std::to_string(number), "x"));
+    EXPECT_FALSE(IsRefused(Tag(items)));
+    items.push_back(Title);
+    EXPECT_TRUE(IsRefused(Tag(items)));
+}
+
 TEST_P(ApeSave, AHeaderThatIsNotThereIsRefused) {
     EXPECT_TRUE(IsRefused(Title + Frame(Title.size(), 1, HasHeader)));
     EXPECT_FALSE(IsRefused(Title + Frame(Title.size(), 1, 0)));

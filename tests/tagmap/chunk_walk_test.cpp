@@ -80,6 +80,18 @@ TEST(ChunkWalk, ANameThatIsNoneIsRefused) {
     EXPECT_TRUE(IsRefused(Aiff(AiffSound() + none + BigEndian(4) + "abcd")));
 }
 
+TEST(ChunkWalk, MoreChunksThanAnyFileHasAreRefused) {
+    constexpr int most = 256; // with those of the format and of the sound
+    std::string chunks;
+    for (int count = 0; count < most - 2; ++count)
+        chunks += std::string("ANNO\0\0\0\0", 8);
+    EXPECT_FALSE(IsRefused(Wav(WavSound() + chunks)));
+    EXPECT_FALSE(IsRefused(Aiff(AiffSound() + chunks)));
+    chunks += std::string("ANNO\0\0\0\0", 8);
+    EXPECT_TRUE(IsRefused(Wav(WavSound() + chunks)));
+    EXPECT_TRUE(IsRefused(Aiff(AiffSound() + chunks)));
+}
+
 TEST(ChunkWalk, AFileWithoutSoundIsRefused) {
     EXPECT_TRUE(IsRefused(Wav("")));
     EXPECT_TRUE(IsRefused(Aiff("")));

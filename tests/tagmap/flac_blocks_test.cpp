@@ -64,6 +64,12 @@ TEST(FlacBlocks, AFileWithoutACommentGetsOne) {
     EXPECT_EQ(file.Value(L"album"), L"another");
 }
 
+TEST(FlacBlocks, OfWhichThereAreMoreThanAnyFileHasAreRefused) {
+    constexpr size_t most = 10000; // with the stream information and the last padding
+    EXPECT_FALSE(IsRefused(std::vector<Block>(most - 2, {Application, "riff"})));
+    EXPECT_TRUE(IsRefused(std::vector<Block>(most - 1, {Application, "riff"})));
+}
+
 TEST(FlacBlocks, AreFoundBehindAnId3v2Tag) {
     const std::string id3v2 =
         std::string("ID3\3\0\0\0\0\0\20", 10) + "TIT2" + std::string("\0\0\0\6\0\0\0fLaC!", 12);

@@ -208,6 +208,15 @@ TEST(Id3v2Guard, AChapterThatIsReadAnewIsNotReadWithoutBounds) {
     EXPECT_EQ(Reading(MpegWith(Tag(chapter + std::string(32, '\0')))), Outcome::Done);
 }
 
+TEST(Id3v2Guard, ATagOfMoreFramesThanAnyHasIsReadAndNotWritten) {
+    constexpr int most = 10000;
+    const std::string frames = Repeated(Frame("PRIV", std::string("x\0y", 3)), most);
+    EXPECT_FALSE(FileToSave(MpegWith(Tag(frames))).IsRefused());
+    const std::string more = MpegWith(Tag(frames + Frame("TIT2", Utf8Text("title"))));
+    EXPECT_EQ(FileToSave(more).Value(L"title"), L"title");
+    EXPECT_TRUE(FileToSave(more).IsRefused());
+}
+
 TEST(Id3v2Guard, AChapterWithATitleKeepsItsBytesInASave) {
     const std::string fields = ChapterHead + Frame("TIT2", Utf8Text("first chapter"));
     const std::string contents = ContentsHead + Frame("TIT2", Utf8Text("the table"));
