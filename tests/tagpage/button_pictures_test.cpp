@@ -28,8 +28,10 @@ constexpr int NextStart[] = {72, 136, 175, 227}; // the last one is the list's r
 class ButtonPictures : public testing::Test {
 protected:
     ButtonPictures()
-        : dialog_(CreateDialogParamW(NModuleInstance(), MAKEINTRESOURCEW(IDD_TAG_PAGE),
-                                     GetDesktopWindow(), Proc, 0)) {
+        : sheet_(CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, nullptr,
+                                 nullptr)),
+          dialog_(CreateDialogParamW(NModuleInstance(), MAKEINTRESOURCEW(IDD_TAG_PAGE), sheet_,
+                                     Proc, 0)) {
         bar_.Start(dialog_);
         for (size_t index = 0; index < std::size(Own); ++index) {
             NButtonSpec spec;
@@ -40,7 +42,7 @@ protected:
     }
     ~ButtonPictures() override {
         bar_.Destroy();
-        DestroyWindow(dialog_);
+        DestroyWindow(sheet_);
     }
 
     // One line: all buttons in that state, without what is between them.
@@ -60,6 +62,7 @@ protected:
         return width;
     }
 
+    HWND sheet_;
     HWND dialog_;
     NButtonBar bar_;
     std::array<NButton, std::size(Own)> buttons_;
