@@ -338,6 +338,9 @@ set(toolkit_tests_windows
     tests/toolkit/tip_platform_test.cpp
     tests/toolkit/tip_text_scene_test.cpp
     tests/toolkit/tip_thread_test.cpp
+    tests/toolkit/value_list_messages_test.cpp
+    tests/toolkit/value_row_painting_test.cpp
+    tests/toolkit/value_row_scene_test.cpp
     tests/toolkit/watched_calls.cpp)
 
 set(audiopage_tests_windows

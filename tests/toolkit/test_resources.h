@@ -6,3 +6,4 @@
 #define IDI_MONO 2
 #define IDB_GREYS 3
 #define IDD_PLAIN 20 // 100 by 60 dialog units, with the button IDOK
+#define IDI_MARKS 30 // to 37

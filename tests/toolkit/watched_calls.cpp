@@ -42,6 +42,14 @@ decltype(&CreatePen) __wrap___imp_CreatePen = [](int style, int width, COLORREF 
 decltype(&CreateFontIndirectW) __wrap___imp_CreateFontIndirectW = [](const LOGFONTW* form) {
     return __real___imp_CreateFontIndirectW(form);
 };
+decltype(&ShellExecuteW) __wrap___imp_ShellExecuteW =
+    [](HWND window, const wchar_t* verb, const wchar_t* file, const wchar_t* arguments,
+       const wchar_t* folder, int show) {
+        return __real___imp_ShellExecuteW(window, verb, file, arguments, folder, show);
+    };
+decltype(&MessageBeep) __wrap___imp_MessageBeep = [](UINT kind) {
+    return __real___imp_MessageBeep(kind);
+};
 }
 
 void ResetWatchedCalls() {
@@ -57,4 +65,6 @@ void ResetWatchedCalls() {
     __wrap___imp_CreateBrushIndirect = __real___imp_CreateBrushIndirect;
     __wrap___imp_CreatePen = __real___imp_CreatePen;
     __wrap___imp_CreateFontIndirectW = __real___imp_CreateFontIndirectW;
+    __wrap___imp_ShellExecuteW = __real___imp_ShellExecuteW;
+    __wrap___imp_MessageBeep = __real___imp_MessageBeep;
 }

@@ -2,6 +2,8 @@
 
 #include "foundation/windows_lean.h"
 
+#include <shellapi.h>
+
 // Calls of the platform that the linker has go through a pointer, so that a
 // test can look on or step in. Each name here is named in CMakeLists.txt.
 // A replacement holds until ResetWatchedCalls; the platform's own calls of
@@ -19,6 +21,8 @@ extern decltype(&CreateCompatibleBitmap) __wrap___imp_CreateCompatibleBitmap;
 extern decltype(&CreateBrushIndirect) __wrap___imp_CreateBrushIndirect;
 extern decltype(&CreatePen) __wrap___imp_CreatePen;
 extern decltype(&CreateFontIndirectW) __wrap___imp_CreateFontIndirectW;
+extern decltype(&ShellExecuteW) __wrap___imp_ShellExecuteW;
+extern decltype(&MessageBeep) __wrap___imp_MessageBeep;
 
 extern decltype(&DefWindowProcW) __real___imp_DefWindowProcW;
 extern decltype(&GetMessageW) __real___imp_GetMessageW;
@@ -32,6 +36,8 @@ extern decltype(&CreateCompatibleBitmap) __real___imp_CreateCompatibleBitmap;
 extern decltype(&CreateBrushIndirect) __real___imp_CreateBrushIndirect;
 extern decltype(&CreatePen) __real___imp_CreatePen;
 extern decltype(&CreateFontIndirectW) __real___imp_CreateFontIndirectW;
+extern decltype(&ShellExecuteW) __real___imp_ShellExecuteW;
+extern decltype(&MessageBeep) __real___imp_MessageBeep;
 }
 
 void ResetWatchedCalls();
