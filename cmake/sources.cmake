@@ -368,6 +368,13 @@ set(audiopage_tests_windows
     tests/shell/private_classes_root.cpp
     tests/support/picture_compare_test.cpp)
 
+set(tagpage_model_tests_windows
+    tests/tagpage/page_model.cpp
+    tests/tagpage/page_model_test.cpp
+    tests/tagpage/scripted_tags.cpp
+    tests/tagpage/stand_in/tag_script.cpp
+    tests/tagpage/tag_page_window.cpp)
+
 set(tagpage_tests_windows
     tests/tagpage/button_pictures_test.cpp
     tests/audiopage/watched_calls.cpp
@@ -522,8 +529,8 @@ foreach(list IN ITEMS
         tagmap_windows querytrackdata_windows decoder_windows shellhost_windows
         test_support_windows native_support foundation_tests_portable foundation_tests_windows
         codec_tests_portable codec_tests_windows toolkit_tests_windows
-        audiopage_tests_windows tagpage_tests_windows shell_tests_windows decoder_tests_windows
-        shell_leaks_tests_windows shell_registration_tests_windows tagmap_tests_windows
-        crowded_tags_tests_windows querytrackdata_tests_windows shellhost_tests_windows)
+        audiopage_tests_windows tagpage_tests_windows tagpage_model_tests_windows
+        shell_tests_windows decoder_tests_windows shell_leaks_tests_windows shell_registration_tests_windows
+        tagmap_tests_windows crowded_tags_tests_windows querytrackdata_tests_windows shellhost_tests_windows)
     list(TRANSFORM ${list} PREPEND ${CMAKE_CURRENT_LIST_DIR}/../)
 endforeach()

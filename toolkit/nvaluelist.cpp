@@ -156,8 +156,11 @@ void NValueList::DeleteRow(int row) {
     ++rowChanges;
     if (control.editRow > row)
         control.FollowRow(control.editRow - 1);
-    if (wasSelected)
-        Select(row);
+    if (!wasSelected)
+        return;
+    // The platform may leave a neighbour selected.
+    SendMessageW(listBox, LB_SETCURSEL, static_cast<WPARAM>(-1), 0);
+    Select(row);
 }
 
 void NValueList::Clear() {

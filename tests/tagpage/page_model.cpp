@@ -124,11 +124,10 @@ void PageModel::Build() {
     Tag& tag = View().tag;
     Text title = L"Tonewright: ID-Tags From " + std::to_wstring(files.size()) + L" Files ";
     if (ShowsOneFile()) {
-        title =
-            L"Tonewright: '" + BaseName(files[static_cast<size_t>(file)].first) + L"' ID-Tag ";
+        title = L"Tonewright: '" + BaseName(files[static_cast<size_t>(file)].first) + L"' ID-Tag ";
         if (files.size() > 1)
-            title += L"[" + std::to_wstring(file + 1) + L"/" + std::to_wstring(files.size()) +
-                     L"] ";
+            title +=
+                L"[" + std::to_wstring(file + 1) + L"/" + std::to_wstring(files.size()) + L"] ";
     }
     rows.push_back({Kind::Title, title, L""});
     if (tag.empty())

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
+#include <ostream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -29,6 +32,10 @@ public:
         bool IsText() const { return kind == Kind::Text || kind == Kind::Choice; }
         bool operator==(const Row&) const = default;
     };
+    friend void PrintTo(const Row& row, std::ostream* out) {
+        *out << static_cast<int>(row.kind) << ' ' << testing::PrintToString(row.name) << ": "
+             << testing::PrintToString(row.value) << "\n";
+    }
 
     // The paths in order, each with what the file holds.
     explicit PageModel(std::vector<std::pair<Text, Tag>> files);

@@ -1,10 +1,10 @@
 // Users who do anything at all, in any order: what the page shows and writes is
 // what a plain model of its rules says.
 #include "tests/tagpage/page_model.h"
-
 #include "tests/tagpage/tag_page_fixture.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <random>
 #include <sstream>
 
@@ -41,6 +41,8 @@ protected:
         random_.seed(seed);
         MakeFiles();
         window_.OpenAndRead();
+        // Nobody looks, and so nothing is painted.
+        ShowWindow(window_.Sheet(), SW_HIDE);
         ExpectSameView();
         for (int step = 0; step < steps && !HasFailure(); ++step)
             ActOnce();
@@ -202,6 +204,8 @@ private:
         SendMessageW(GetWindow(List().control.editor, GW_CHILD), WM_KEYUP, VK_RETURN, 0);
     }
     void Remove() {
+        if (!model_->canRemove)
+            return;
         Log("remove");
         model_->Remove();
         Page().cmdRemove.OnClick(false);
@@ -261,12 +265,7 @@ private:
             const NValueRow& record = *List().rows[row];
             shown.push_back({KindOf(record), record.name.Text, record.value.Text});
         }
-        ASSERT_EQ(shown.size(), model_->rows.size());
-        for (size_t row = 0; row < shown.size(); ++row) {
-            ASSERT_EQ(shown[row].name, model_->rows[row].name) << "row " << row;
-            ASSERT_EQ(shown[row].value, model_->rows[row].value) << "row " << row;
-            ASSERT_EQ(shown[row].kind, model_->rows[row].kind) << "row " << row;
-        }
+        ASSERT_EQ(shown, model_->rows);
         ASSERT_EQ(List().GetSelection(), model_->selection);
         ASSERT_EQ(IsEnabled(Page().cmdRemove), model_->canRemove);
     }
@@ -280,11 +279,18 @@ private:
 constexpr int StepsOfAUser = 100;
 constexpr int Users = 200;
 
+// The same users in each run, so that what one of them finds is found again;
+// others by TONEWRIGHT_SEED.
+unsigned FirstSeed() {
+    const char* given = std::getenv("TONEWRIGHT_SEED");
+    return given ? std::strtoul(given, nullptr, 10) : 1;
+}
+
 class AnyUser : public User, public testing::WithParamInterface<int> {};
 } // namespace
 
 TEST_P(AnyUser, SeeAndWriteWhatTheRulesSay) {
-    const unsigned seed = std::random_device()();
+    const unsigned seed = FirstSeed() + static_cast<unsigned>(GetParam());
     printf("seed %u\n", seed);
     Act(seed, StepsOfAUser);
 }
