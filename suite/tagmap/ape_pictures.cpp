@@ -5,7 +5,9 @@
 
 #include <algorithm>
 #include <cstring>
+#include <iterator>
 #include <optional>
+#include <string_view>
 #include <vector>
 
 namespace tagmap {
@@ -73,9 +75,17 @@ struct ApePicture {
 };
 using ApePictures = std::vector<ApePicture>;
 
+// Of a key that begins as a picture's. Without copies, since a damaged file can have
+// a million of them.
 int TypeOfKey(const String& key) {
+    const std::wstring_view units = NameView(key).Units();
+    if (!units.ends_with(KeyEnd))
+        return PictureTypeUnnamed;
+    const size_t from = std::size(KeyPrefix) - 1;
+    const size_t behind = std::size(KeyEnd) - 1;
+    const std::wstring_view name = units.substr(from, units.size() - from - behind);
     for (const TypeName& type : TypeNames)
-        if (SameName(key, String(KeyPrefix) + type.Name + KeyEnd))
+        if (SameName(name, type.Name))
             return type.Type;
     return PictureTypeUnnamed;
 }
