@@ -383,6 +383,7 @@ set(tagpage_tests_windows
     tests/tagpage/commit_test.cpp
     tests/tagpage/genre_list_test.cpp
     tests/tagpage/page_controls_test.cpp
+    tests/tagpage/page_pictures_test.cpp
     tests/tagpage/page_release_test.cpp
     tests/tagpage/page_rows_test.cpp
     tests/tagpage/rating_forms_test.cpp

@@ -4,6 +4,8 @@
 #include "foundation/module_instance.h"
 #include "resources/resource_ids.h"
 #include "shell/page_counters.h"
+#include "tagpage/id_tag_page.h"
+#include "tagpage/page_procedures.h"
 
 #include <cstddef>
 #include <memory>
@@ -52,13 +54,18 @@ INT_PTR HandleMessage(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) {
     }
 }
 
-PROPSHEETPAGEW DescribeAudioPage(clAudioPropPage* page) {
+PROPSHEETPAGEW DescribePage(int dialog, int icon) {
     PROPSHEETPAGEW sheetPage = {};
     sheetPage.dwSize = SheetPageSize;
     sheetPage.dwFlags = SheetPageFlags;
     sheetPage.hInstance = NModuleInstance();
-    sheetPage.pszTemplate = MAKEINTRESOURCEW(IDD_AUDIO_PAGE);
-    sheetPage.pszIcon = MAKEINTRESOURCEW(IDI_AUDIO_PAGE);
+    sheetPage.pszTemplate = MAKEINTRESOURCEW(dialog);
+    sheetPage.pszIcon = MAKEINTRESOURCEW(icon);
+    return sheetPage;
+}
+
+PROPSHEETPAGEW DescribeAudioPage(clAudioPropPage* page) {
+    PROPSHEETPAGEW sheetPage = DescribePage(IDD_AUDIO_PAGE, IDI_AUDIO_PAGE);
     sheetPage.pszTitle = L"Audio Properties";
     sheetPage.pfnDlgProc = AudioPageProc;
     sheetPage.lParam = reinterpret_cast<LPARAM>(page);
@@ -67,12 +74,19 @@ PROPSHEETPAGEW DescribeAudioPage(clAudioPropPage* page) {
     return sheetPage;
 }
 
-template <typename Page>
-std::unique_ptr<Page> MakePage(const NStringList& selection) {
-    auto page = std::make_unique<Page>();
-    page->CopyFrom(selection);
-    page->SortByText(true);
-    return page;
+PROPSHEETPAGEW DescribeTagPage(clIDTagPage* page) {
+    PROPSHEETPAGEW sheetPage = DescribePage(IDD_TAG_PAGE, IDI_TAG_PAGE);
+    sheetPage.pszTitle = L"ID-Tag";
+    sheetPage.pfnDlgProc = PageDlgProc;
+    sheetPage.lParam = reinterpret_cast<LPARAM>(page);
+    sheetPage.pfnCallback = PageRelease;
+    sheetPage.pcRefParent = &idTagPageReferences;
+    return sheetPage;
+}
+
+void TakeSorted(NStringList& files, const NStringList& selection) {
+    files.CopyFrom(selection);
+    files.SortByText(true);
 }
 
 void OfferPage(const PROPSHEETPAGEW& sheetPage, LPFNADDPROPSHEETPAGE addPage, LPARAM parameter) {
@@ -88,10 +102,16 @@ void AddPropertyPages(const NStringList& selection, LPFNADDPROPSHEETPAGE addPage
     if (selection.Count == 0 || !addPage)
         return;
     // 2.
-    auto audioPage = MakePage<clAudioPropPage>(selection);
-    // 4. The sheet owns the page from here on. Without a handle no callback
+    auto audioPage = std::make_unique<clAudioPropPage>();
+    TakeSorted(*audioPage, selection);
+    // 3.
+    auto tagPage = std::make_unique<clIDTagPage>();
+    TakeSorted(tagPage->Files, selection);
+    // 4. The sheet owns the pages from here on. Without a handle no callback
     // comes to free the object: wanted.
     OfferPage(DescribeAudioPage(audioPage.release()), addPage, parameter);
+    // 5.
+    OfferPage(DescribeTagPage(tagPage.release()), addPage, parameter);
 }
 
 INT_PTR CALLBACK AudioPageProc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) noexcept {

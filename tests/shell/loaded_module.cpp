@@ -16,7 +16,7 @@ std::wstring WindowsPath(const char* path) {
     // The build's paths are those of the system beneath Wine, its drive Z:.
     NString text(path, true);
     text.Replace(L"/", L"\\");
-    std::wstring plain = Plain(text);
+    std::wstring plain = StdText(text);
     return plain.starts_with(L"\\") ? L"Z:" + plain : plain;
 }
 

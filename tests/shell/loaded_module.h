@@ -12,7 +12,7 @@
 std::wstring BuiltModulePath();
 
 // The text of an NString as the standard library's.
-inline std::wstring Plain(const NString& text) {
+inline std::wstring StdText(const NString& text) {
     return text.c_str();
 }
 

@@ -14,11 +14,11 @@ protected:
 } // namespace
 
 TEST_F(ModulePath, IsThatOfTheStoredInstance) {
-    EXPECT_TRUE(Plain(NRunningModulePath()).ends_with(L"\\shell_tests.exe"));
+    EXPECT_TRUE(StdText(NRunningModulePath()).ends_with(L"\\shell_tests.exe"));
 
     LoadedModule module;
     NSetModuleInstance(module.Handle());
-    EXPECT_EQ(Plain(NRunningModulePath()), BuiltModulePath());
+    EXPECT_EQ(StdText(NRunningModulePath()), BuiltModulePath());
 }
 
 TEST_F(ModulePath, IsWholeBeyondMaxPath) {
@@ -29,7 +29,7 @@ TEST_F(ModulePath, IsWholeBeyondMaxPath) {
     LoadedModule module(copy);
     NSetModuleInstance(module.Handle());
 
-    EXPECT_EQ(Plain(NRunningModulePath()), copy);
+    EXPECT_EQ(StdText(NRunningModulePath()), copy);
 }
 
 TEST_F(ModulePath, IsEmptyForAnInstanceThatIsNone) {

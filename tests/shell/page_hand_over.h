@@ -6,13 +6,17 @@
 #include "resources/resource_ids.h"
 #include "shell/page_counters.h"
 #include "shell/property_sheet.h"
+#include "tagpage/id_tag_page.h"
+#include "tagpage/page_procedures.h"
 #include "tests/shell/loaded_module.h"
 #include "tests/shell/sheet_calls.h"
+#include "tests/support/private_app_data.h"
 #include "tests/support/test_cursor.h"
 #include "toolkit/message_pump.h"
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <initializer_list>
 #include <vector>
 
@@ -34,7 +38,9 @@ public:
     static BOOL CALLBACK Take(HPROPSHEETPAGE page, LPARAM parameter) {
         EXPECT_EQ(parameter, Parameter);
         ++current->calls;
-        if (current->refuses)
+        if (current->atTake)
+            current->atTake();
+        if (current->refuses || current->calls == current->refusedCall)
             return FALSE;
         current->pages.push_back(page);
         return TRUE;
@@ -47,7 +53,9 @@ public:
 
     static inline PageTaker* current = nullptr;
     std::vector<HPROPSHEETPAGE> pages;
+    std::function<void()> atTake; // called at each page
     bool refuses = false;
+    int refusedCall = 0; // the one that is refused, from 1 on
     int calls = 0;
 };
 
@@ -83,8 +91,12 @@ protected:
     static clAudioPropPage& PageMade() {
         return *reinterpret_cast<clAudioPropPage*>(SheetCalls::Made().at(0).lParam);
     }
+    static clIDTagPage& TagPageMade() {
+        return *reinterpret_cast<clIDTagPage*>(SheetCalls::Made().at(1).lParam);
+    }
 
     LoadedModule module_;
+    PrivateAppData appData_; // for the genres
     TestCursor cursor_;
     NStringList selection_;
 };
@@ -111,6 +123,10 @@ public:
     HWND Window() const { return window_.Get(); }
     HWND Page() const {
         return reinterpret_cast<HWND>(SendMessageW(Window(), PSM_GETCURRENTPAGEHWND, 0, 0));
+    }
+    // By its place among the tabs; the page gets its window.
+    void ShowPage(int index) {
+        SendMessageW(Window(), PSM_SETCURSEL, static_cast<WPARAM>(index), 0);
     }
     void Close() { window_.Reset(); }
     bool Pump() {

@@ -8,6 +8,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <iterator>
 #include <utility>
 
 namespace {
@@ -75,24 +76,38 @@ private:
 };
 } // namespace
 
-TEST_F(PageHandOver, DescribesThePageToThePlatform) {
+TEST_F(PageHandOver, DescribesThePagesToThePlatform) {
     Select({L"C:\\song.mp3"});
     PageTaker taker;
     Offer(taker);
-    ASSERT_EQ(SheetCalls::Made().size(), 1u);
-    const PROPSHEETPAGEW& page = SheetCalls::Made()[0];
-    EXPECT_EQ(page.dwSize, 88u);
-    EXPECT_EQ(page.dwFlags, 204u);
-    EXPECT_EQ(page.hInstance, module_.Handle());
-    EXPECT_EQ(page.pszTemplate, MAKEINTRESOURCEW(206));
-    EXPECT_EQ(page.pszIcon, MAKEINTRESOURCEW(213));
-    EXPECT_STREQ(page.pszTitle, L"Audio Properties");
-    EXPECT_EQ(page.pfnDlgProc, AudioPageProc);
-    EXPECT_EQ(page.pfnCallback, AudioPageCallback);
-    EXPECT_EQ(page.pcRefParent, &audioPageReferences);
-    EXPECT_EQ(page.pszHeaderTitle, nullptr);
-    EXPECT_EQ(page.pszHeaderSubTitle, nullptr);
-    EXPECT_EQ(taker.calls, 1);
+    struct Expected {
+        int dialog;
+        int icon;
+        const wchar_t* title;
+        DLGPROC procedure;
+        LPFNPSPCALLBACKW callback;
+        UINT* references;
+    };
+    const Expected expected[] = {
+        {206, 213, L"Audio Properties", AudioPageProc, AudioPageCallback, &audioPageReferences},
+        {205, 212, L"ID-Tag", PageDlgProc, PageRelease, &idTagPageReferences},
+    };
+    ASSERT_EQ(SheetCalls::Made().size(), std::size(expected));
+    for (size_t index = 0; index < std::size(expected); ++index) {
+        const PROPSHEETPAGEW& page = SheetCalls::Made()[index];
+        EXPECT_EQ(page.dwSize, 88u);
+        EXPECT_EQ(page.dwFlags, 204u);
+        EXPECT_EQ(page.hInstance, module_.Handle());
+        EXPECT_EQ(page.pszTemplate, MAKEINTRESOURCEW(expected[index].dialog));
+        EXPECT_EQ(page.pszIcon, MAKEINTRESOURCEW(expected[index].icon));
+        EXPECT_STREQ(page.pszTitle, expected[index].title);
+        EXPECT_EQ(page.pfnDlgProc, expected[index].procedure);
+        EXPECT_EQ(page.pfnCallback, expected[index].callback);
+        EXPECT_EQ(page.pcRefParent, expected[index].references);
+        EXPECT_EQ(page.pszHeaderTitle, nullptr);
+        EXPECT_EQ(page.pszHeaderSubTitle, nullptr);
+    }
+    EXPECT_EQ(taker.calls, 2);
 }
 
 TEST_F(PageHandOver, AnEmptySelectionOffersNothing) {
@@ -102,21 +117,24 @@ TEST_F(PageHandOver, AnEmptySelectionOffersNothing) {
     EXPECT_TRUE(SheetCalls::Made().empty());
 }
 
-TEST_F(PageHandOver, ThePageHasAllPathsSortedWithoutRegardToCase) {
+TEST_F(PageHandOver, EachPageHasAllPathsSortedWithoutRegardToCase) {
     selection_.Add(L"C:\\b.mp3", 1);
     selection_.Add(L"C:\\C.mp3", 2);
     selection_.Add(L"C:\\a.mp3", 3);
     selection_.Add(L"C:\\b.mp3", 4);
     PageTaker taker;
     Offer(taker);
-    ASSERT_EQ(PageMade().Count, 4);
-    EXPECT_EQ(*PageMade()[0], L"C:\\a.mp3");
-    EXPECT_EQ(*PageMade()[1], L"C:\\b.mp3");
-    EXPECT_EQ(*PageMade()[2], L"C:\\b.mp3");
-    EXPECT_EQ(*PageMade()[3], L"C:\\C.mp3");
-    EXPECT_EQ(PageMade()[0]->Value, 3);
-    EXPECT_EQ(PageMade()[1]->Value + PageMade()[2]->Value, 5);
-    EXPECT_EQ(PageMade()[3]->Value, 2);
+    const NStringList* lists[] = {&PageMade(), &TagPageMade().Files};
+    for (const NStringList* files : lists) {
+        ASSERT_EQ(files->Count, 4);
+        EXPECT_EQ(*(*files)[0], L"C:\\a.mp3");
+        EXPECT_EQ(*(*files)[1], L"C:\\b.mp3");
+        EXPECT_EQ(*(*files)[2], L"C:\\b.mp3");
+        EXPECT_EQ(*(*files)[3], L"C:\\C.mp3");
+        EXPECT_EQ((*files)[0]->Value, 3);
+        EXPECT_EQ((*files)[1]->Value + (*files)[2]->Value, 5);
+        EXPECT_EQ((*files)[3]->Value, 2);
+    }
     // The shell's own list keeps its order.
     EXPECT_EQ(*selection_[0], L"C:\\b.mp3");
 }
@@ -125,21 +143,35 @@ TEST_F(PageHandOver, FilesThatDifferInCaseAloneStandNextToEachOther) {
     Select({L"C:\\Song.mp3", L"C:\\z.mp3", L"C:\\a.mp3", L"C:\\song.mp3"});
     PageTaker taker;
     Offer(taker);
-    ASSERT_EQ(PageMade().Count, 4);
-    EXPECT_EQ(PageMade()[1]->Compare(L"C:\\song.mp3", 0, true), 0);
-    EXPECT_EQ(PageMade()[2]->Compare(L"C:\\song.mp3", 0, true), 0);
-    EXPECT_NE(*PageMade()[1], *PageMade()[2]);
+    const NStringList* lists[] = {&PageMade(), &TagPageMade().Files};
+    for (const NStringList* files : lists) {
+        ASSERT_EQ(files->Count, 4);
+        EXPECT_EQ((*files)[1]->Compare(L"C:\\song.mp3", 0, true), 0);
+        EXPECT_EQ((*files)[2]->Compare(L"C:\\song.mp3", 0, true), 0);
+        EXPECT_NE(*(*files)[1], *(*files)[2]);
+    }
 }
 
-TEST_F(PageHandOver, ThePageOutlivesTheShellsList) {
+TEST_F(PageHandOver, ThePagesOutliveTheShellsList) {
     Select({L"C:\\song.mp3"});
     PageTaker taker;
     Offer(taker);
     selection_.Clear();
     EXPECT_EQ(*PageMade()[0], L"C:\\song.mp3");
+    EXPECT_EQ(*TagPageMade().Files[0], L"C:\\song.mp3");
 }
 
-TEST_F(PageHandOver, APageThatIsRefusedIsFreed) {
+TEST_F(PageHandOver, BothPagesAreMadeBeforeTheFirstIsHandedOver) {
+    Select({L"C:\\song.mp3"});
+    PageTaker taker;
+    taker.atTake = [this] { selection_.Clear(); };
+    Offer(taker);
+    ASSERT_EQ(taker.calls, 2);
+    ASSERT_EQ(TagPageMade().Files.Count, 1);
+    EXPECT_EQ(*TagPageMade().Files[0], L"C:\\song.mp3");
+}
+
+TEST_F(PageHandOver, PagesThatAreRefusedAreFreed) {
     Select({L"C:\\song.mp3"});
     PageTaker taker;
     taker.refuses = true;
@@ -147,22 +179,37 @@ TEST_F(PageHandOver, APageThatIsRefusedIsFreed) {
     SheetCalls::StartAnew();
     const std::ptrdiff_t before = LiveAllocations();
     AddPropertyPages(selection_, PageTaker::Take, Parameter);
-    EXPECT_EQ(SheetCalls::Destroyed(), 1);
+    EXPECT_EQ(SheetCalls::Destroyed(), 2);
     SheetCalls::StartAnew();
     EXPECT_EQ(LiveAllocations(), before);
 }
 
+TEST_F(PageHandOver, WhenOnePageIsRefusedTheOtherIsOfferedAllTheSame) {
+    Select({L"C:\\song.mp3"});
+    for (int refused : {1, 2}) {
+        SheetCalls::StartAnew();
+        PageTaker taker;
+        taker.refusedCall = refused;
+        Offer(taker);
+        EXPECT_EQ(taker.calls, 2);
+        EXPECT_EQ(taker.pages.size(), 1u);
+        EXPECT_EQ(SheetCalls::Destroyed(), 1);
+    }
+}
+
 // Nobody will ever free it: wanted.
-TEST_F(PageHandOver, APageThatThePlatformCanNotMakeStays) {
+TEST_F(PageHandOver, PagesThatThePlatformCanNotMakeStay) {
     Select({L"C:\\song.mp3"});
     SheetCalls::MakeNoMore();
     PageTaker taker;
     Offer(taker);
     EXPECT_EQ(taker.calls, 0);
     EXPECT_EQ(SheetCalls::Destroyed(), 0);
-    ASSERT_EQ(SheetCalls::Made().size(), 1u);
+    ASSERT_EQ(SheetCalls::Made().size(), 2u);
     EXPECT_EQ(*PageMade()[0], L"C:\\song.mp3");
+    EXPECT_EQ(*TagPageMade().Files[0], L"C:\\song.mp3");
     delete &PageMade();
+    delete &TagPageMade();
 }
 
 TEST_F(PageHandOver, TheShellObjectOffersItsSelection) {
@@ -174,11 +221,15 @@ TEST_F(PageHandOver, TheShellObjectOffersItsSelection) {
     EXPECT_EQ(taker.calls, 0);
     shell->m_Selection.Add(L"C:\\song.mp3");
     EXPECT_EQ(shell->AddPages(PageTaker::Take, Parameter), S_OK);
-    EXPECT_EQ(taker.calls, 1);
+    EXPECT_EQ(taker.calls, 2);
     EXPECT_EQ(*PageMade()[0], L"C:\\song.mp3");
+    EXPECT_EQ(*TagPageMade().Files[0], L"C:\\song.mp3");
+    SheetCalls::StartAnew();
     SheetCalls::MakeNoMore();
     EXPECT_EQ(shell->AddPages(PageTaker::Take, Parameter), S_OK);
-    delete reinterpret_cast<clAudioPropPage*>(SheetCalls::Made().back().lParam);
+    EXPECT_EQ(taker.calls, 2);
+    delete &PageMade();
+    delete &TagPageMade();
 }
 
 // The two procedures.
@@ -288,7 +339,7 @@ TEST_F(PageHandOver, ItsOwnTimerShowsThePage) {
     EXPECT_TRUE(IsWindowEnabled(page.cmdOptMenu.window));
 }
 
-TEST_F(PageHandOver, APageThatWasNeverShownIsFreed) {
+TEST_F(PageHandOver, PagesThatWereNeverShownAreFreed) {
     Select({L"C:\\song.mp3"});
     std::ptrdiff_t before = 0;
     // In the first round the platform makes what it makes once.
@@ -298,13 +349,38 @@ TEST_F(PageHandOver, APageThatWasNeverShownIsFreed) {
         PageTaker taker;
         Offer(taker);
         const clAudioPropPage& page = PageMade();
-        Sheet sheet({PlainPage(), taker.GiveUp().at(0)});
+        const clIDTagPage& tagPage = TagPageMade();
+        const std::vector<HPROPSHEETPAGE> pages = taker.GiveUp();
+        Sheet sheet({PlainPage(), pages.at(0), pages.at(1)});
         EXPECT_EQ(page.Hwnd, nullptr);
         EXPECT_EQ(page.Reader.handle, nullptr);
+        EXPECT_EQ(tagPage.PageWindow, nullptr);
+        EXPECT_EQ(tagPage.ReadThread.handle, nullptr);
         sheet.Close();
         SheetCalls::StartAnew();
     }
     EXPECT_EQ(LiveAllocations(), before);
+}
+
+TEST_F(PageHandOver, TheTagPageShowsWhatTheTagProgramSays) {
+    SelectSample();
+    PageTaker taker;
+    Offer(taker);
+    Sheet sheet(taker.GiveUp());
+    clIDTagPage& page = TagPageMade();
+    EXPECT_EQ(page.PageWindow, nullptr);
+    sheet.ShowPage(1);
+    ASSERT_EQ(page.PageWindow, sheet.Page());
+    EXPECT_EQ(page.BackColour, COLOR_WINDOW);
+    EXPECT_EQ(GetWindowLongPtrW(sheet.Page(), GWLP_USERDATA), reinterpret_cast<LONG_PTR>(&page));
+    while (!page.ControlsReady) {
+        ASSERT_EQ(MsgWaitForMultipleObjects(0, nullptr, FALSE, LongestMs, QS_ALLINPUT),
+                  WAIT_OBJECT_0);
+        ASSERT_TRUE(sheet.Pump());
+    }
+    EXPECT_EQ(page.ValueList.rows[0]->kind, Title);
+    EXPECT_TRUE(IsWindowVisible(page.ValueList.listBox));
+    EXPECT_FALSE(page.CurrentTags().Find(L"Title")->Value.IsEmpty());
 }
 
 TEST_F(SheetOfAnOpenMenu, ThatTheMouseOpenedLeavesThePageUntilThen) {

@@ -1,11 +1,10 @@
 #include "foundation/ndisk.h"
 #include "foundation/nfile.h"
 #include "foundation/nfolders.h"
-#include "foundation/nreg.h"
 #include "tagpage/genre_list.h"
 #include "tagpage/tag_choices.h"
 #include "tests/support/nstring_printer.h"
-#include "tests/support/private_current_user.h"
+#include "tests/support/private_app_data.h"
 #include "tests/support/temp_folder.h"
 
 #include <gtest/gtest.h>
@@ -373,22 +372,18 @@ TEST_F(GenreList, AFolderThatCannotBeMadeLearnsNothing) {
 }
 
 namespace {
-// The user's folder for application data lies in the test's folder.
+// In the user's own folder for application data.
 class UsersGenres : public GenreList {
 protected:
-    static constexpr const wchar_t* ShellFolders =
-        L"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\User Shell Folders";
-
     void SetUp() override {
-        NRegWriteString(folder_.Path().Text, L"AppData", HKEY_CURRENT_USER, ShellFolders);
-        NString expected(folder_.Path());
+        NString expected(appData_.Folder().Path());
         expected.Append(L"\\");
         ASSERT_EQ(NGetSpecialFolder(CSIDL_APPDATA), expected);
-        path_ = folder_.File(L"Tonewright\\genres.txt");
+        path_ = appData_.Folder().File(L"Tonewright\\genres.txt");
     }
 
 private:
-    PrivateCurrentUser user_;
+    PrivateAppData appData_;
 };
 } // namespace
 

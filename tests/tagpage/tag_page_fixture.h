@@ -1,9 +1,7 @@
 #pragma once
 
-#include "foundation/nreg.h"
 #include "tests/support/nstring_printer.h"
-#include "tests/support/private_current_user.h"
-#include "tests/support/temp_folder.h"
+#include "tests/support/private_app_data.h"
 #include "tests/support/test_cursor.h"
 #include "tests/tagpage/scripted_tags.h"
 #include "tests/tagpage/tag_page_window.h"
@@ -11,15 +9,12 @@
 
 #include <gtest/gtest.h>
 
-// The page with files that the tests' tag program knows. The user's genres lie
-// in the test's folder; the cursor is far from everything until a test moves
+// The page with files that the tests' tag program knows. The user's genres are
+// the test's own; the cursor is far from everything until a test moves
 // it.
 class TagPageTest : public testing::Test {
 protected:
     TagPageTest() {
-        NRegWriteString(folder_.Path().Text, L"AppData", HKEY_CURRENT_USER,
-                        L"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\"
-                        L"User Shell Folders");
         TestCursor::MoveTo(FarAway, FarAway);
         tags_.RunInProcess();
     }
@@ -52,8 +47,7 @@ protected:
     static constexpr const wchar_t* B = L"C:\\b.mp3";
     static constexpr const wchar_t* C = L"C:\\c.mp3";
 
-    TempFolder folder_;
-    PrivateCurrentUser user_;
+    PrivateAppData appData_;
     TestCursor cursor_;
     ScriptedTags tags_;
     TagPageWindow window_;
