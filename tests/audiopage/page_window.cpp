@@ -95,14 +95,5 @@ bool PageWindow::WaitsForPaint() const {
 }
 
 Picture PageWindow::Seen() {
-    RedrawWindow(dialog_, nullptr, nullptr,
-                 RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW | RDW_ALLCHILDREN);
-    RECT client = {};
-    GetClientRect(dialog_, &client);
-    // A window's pixels are slow to ask for one by one.
-    NCanvas copy;
-    copy.Resize(client.right, client.bottom);
-    NWindowDC window(dialog_);
-    BitBlt(copy.dc, 0, 0, client.right, client.bottom, window.dc, 0, 0, SRCCOPY);
-    return ReadPicture(copy.dc, client.right, client.bottom);
+    return PictureOf(dialog_);
 }

@@ -63,6 +63,25 @@ Picture ReadPicture(HDC dc, int width, int height) {
     return picture;
 }
 
+Picture PictureOf(HWND window) {
+    RedrawWindow(window, nullptr, nullptr,
+                 RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW | RDW_ALLCHILDREN);
+    RECT client = {};
+    GetClientRect(window, &client);
+    // A window's pixels are slow to ask for one by one.
+    const HDC shown = GetDC(window);
+    const HDC copy = CreateCompatibleDC(shown);
+    const HBITMAP bitmap = CreateCompatibleBitmap(shown, client.right, client.bottom);
+    const HGDIOBJ previous = SelectObject(copy, bitmap);
+    BitBlt(copy, 0, 0, client.right, client.bottom, shown, 0, 0, SRCCOPY);
+    const Picture picture = ReadPicture(copy, client.right, client.bottom);
+    SelectObject(copy, previous);
+    DeleteObject(bitmap);
+    DeleteDC(copy);
+    ReleaseDC(window, shown);
+    return picture;
+}
+
 Picture LoadPicture(const std::filesystem::path& path) {
     std::ifstream file(path, std::ios::binary);
     std::vector<char> bytes{std::istreambuf_iterator<char>(file), {}};

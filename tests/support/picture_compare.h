@@ -22,6 +22,9 @@ struct Picture {
 // What stands on a device context.
 Picture ReadPicture(HDC dc, int width, int height);
 
+// What all of the window's client area shows once it is painted.
+Picture PictureOf(HWND window);
+
 // Bitmap files of 24 bits. One that can't be read gives an empty picture.
 Picture LoadPicture(const std::filesystem::path& path);
 bool SavePicture(const std::filesystem::path& path, const Picture& picture);

@@ -105,6 +105,10 @@ RECT TagPageWindow::PlaceOf(HWND child) const {
     return place;
 }
 
+Picture TagPageWindow::Seen() {
+    return PictureOf(dialog_);
+}
+
 LRESULT TagPageWindow::Send(UINT message, WPARAM wParam, LPARAM lParam) {
     return SendMessageW(dialog_, message, wParam, lParam);
 }

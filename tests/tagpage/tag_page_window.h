@@ -1,6 +1,7 @@
 #pragma once
 
 #include "tagpage/id_tag_page.h"
+#include "tests/support/picture_compare.h"
 #include "toolkit/nsubclassctrl.h"
 
 #include <functional>
@@ -43,6 +44,8 @@ public:
     int Y(int units) const;
     // In the dialog's client area.
     RECT PlaceOf(HWND child) const;
+    // What the window shows when all of it is painted.
+    Picture Seen();
     LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
     LRESULT Notify(UINT code);
     void Apply();
