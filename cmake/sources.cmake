@@ -305,6 +305,7 @@ set(toolkit_tests_windows
     tests/support/leak_counters_test.cpp
     tests/toolkit/brush_and_pen_test.cpp
     tests/toolkit/button_dialog.cpp
+    tests/toolkit/combo_completion_test.cpp
     tests/toolkit/device_contexts_test.cpp
     tests/toolkit/dpi_test.cpp
     tests/toolkit/draw_list_painting_test.cpp
@@ -338,7 +339,11 @@ set(toolkit_tests_windows
     tests/toolkit/tip_platform_test.cpp
     tests/toolkit/tip_text_scene_test.cpp
     tests/toolkit/tip_thread_test.cpp
+    tests/toolkit/value_control_keys_test.cpp
+    tests/toolkit/value_control_test.cpp
+    tests/toolkit/value_list_keys_test.cpp
     tests/toolkit/value_list_messages_test.cpp
+    tests/toolkit/value_list_reentry_test.cpp
     tests/toolkit/value_row_painting_test.cpp
     tests/toolkit/value_row_scene_test.cpp
     tests/toolkit/watched_calls.cpp)

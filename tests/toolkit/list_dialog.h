@@ -23,11 +23,15 @@ public:
         if (onRowEdited)
             onRowEdited(row);
     }
-    void OnRowRightClick(int x, int y) override { rightClicks.push_back({x, y}); }
+    void OnRowRightClick(int x, int y) override {
+        rightClicks.push_back({x, y});
+        rightClicked.push_back(GetSelection());
+    }
 
     std::vector<int> selections; // at each OnSelChange
     std::vector<int> edited;
-    std::vector<POINT> rightClicks;
+    std::vector<POINT> rightClicks; // on the screen
+    std::vector<int> rightClicked;  // the selection, at each
     std::function<void()> onSelChange;
     std::function<void(int)> onRowEdited;
 };

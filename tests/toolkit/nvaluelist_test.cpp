@@ -1,9 +1,10 @@
 #include "tests/support/leak_counters.h"
 #include "tests/support/nstring_printer.h"
+#include "tests/toolkit/creation_watch.h"
 #include "tests/toolkit/list_dialog.h"
+#include "tests/toolkit/scoped_dpi.h"
 #include "tests/toolkit/test_resources.h"
 #include "tests/toolkit/window_facts.h"
-#include "toolkit/dpi.h"
 
 #include <gtest/gtest.h>
 
@@ -16,18 +17,6 @@ const std::vector<NIcon NValueList::*> AllMarks = {
 LONG StyleOf(HWND window) {
     return GetWindowLongW(window, GWL_STYLE);
 }
-
-// The screen's pixels per inch to the end of the test.
-class ScopedDpi {
-public:
-    explicit ScopedDpi(int32_t pixels) : former_(logPixelsX) { logPixelsX = pixels; }
-    ~ScopedDpi() { logPixelsX = former_; }
-    ScopedDpi(const ScopedDpi&) = delete;
-    ScopedDpi& operator=(const ScopedDpi&) = delete;
-
-private:
-    int32_t former_;
-};
 
 TEST(ValueList, IsEmptyAndWithoutAWindowUntilItIsCreated) {
     NValueList list;
@@ -111,31 +100,16 @@ TEST(ValueList, TheListBoxHasItsStyleAndNoTitle) {
 
 TEST(ValueList, TheListBoxIsAskedForWithAllOfItsStyle) {
     ListDialog dialog;
-    struct Seen {
-        DWORD style = 0;
-        DWORD exStyle = 0;
-        LONG_PTR id = -1;
-        const wchar_t* title = nullptr;
-    };
-    static Seen seen;
-    seen = {};
-    const HHOOK hook = SetWindowsHookExW(
-        WH_CBT,
-        [](int code, WPARAM wParam, LPARAM lParam) -> LRESULT {
-            const auto window = reinterpret_cast<HWND>(wParam);
-            if (code == HCBT_CREATEWND && ClassOf(window) == L"ListBox") {
-                const CREATESTRUCTW& made = *reinterpret_cast<CBT_CREATEWNDW*>(lParam)->lpcs;
-                seen = {static_cast<DWORD>(made.style), made.dwExStyle,
-                        GetWindowLongW(window, GWL_ID), made.lpszName};
-            }
-            return CallNextHookEx(nullptr, code, wParam, lParam);
-        },
-        nullptr, GetCurrentThreadId());
+    const CreationWatch watch(dialog.window);
     dialog.CreateList();
-    UnhookWindowsHookEx(hook);
-    EXPECT_EQ(seen.style, 0x50210551u);
-    EXPECT_EQ(seen.exStyle & ~static_cast<DWORD>(WS_EX_NOPARENTNOTIFY), WS_EX_CLIENTEDGE);
-    EXPECT_EQ(seen.id, 0);
+    ASSERT_EQ(watch.made.size(), 1u);
+    const Creation& box = watch.made[0];
+    EXPECT_EQ(box.windowClass, L"ListBox");
+    EXPECT_EQ(box.title, L"");
+    EXPECT_EQ(box.style, 0x50210551u);
+    EXPECT_EQ(box.exStyle, static_cast<DWORD>(WS_EX_CLIENTEDGE));
+    EXPECT_EQ(box.place, ListPlace);
+    EXPECT_EQ(box.id, 0);
 }
 
 TEST(ValueList, TheControlIdIsSetAfterTheCreation) {
