@@ -425,8 +425,10 @@ set(shell_tests_windows
     tests/shell/registration_test.cpp
     tests/shell/sheet_calls.cpp
     tests/shell/shell_object_test.cpp
+    tests/shell/tag_page_files_test.cpp
     tests/shell/type_info_test.cpp
-    tests/shell/unloading_test.cpp)
+    tests/shell/unloading_test.cpp
+    tests/tagpage/tag_page_window.cpp)
 set(shell_leaks_tests_windows
     tests/shell/counted_allocations.cpp
     tests/shell/loaded_module.cpp
