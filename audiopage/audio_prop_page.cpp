@@ -8,6 +8,7 @@
 #include "resources/resource_ids.h"
 #include "toolkit/device_contexts.h"
 #include "toolkit/dpi.h"
+#include "toolkit/wait_cursor.h"
 
 #include <windowsx.h>
 
@@ -20,15 +21,6 @@ void ReadAllFiles(NEvent& stop, void* argument) {
     auto& page = *static_cast<clAudioPropPage*>(argument);
     BuildPropRows(page, &stop, page.PageRowsAll, nullptr);
 }
-
-// Shows the wait cursor to the end of the scope.
-class WaitCursor {
-public:
-    WaitCursor() { SetCursor(LoadCursorW(nullptr, IDC_WAIT)); }
-    WaitCursor(const WaitCursor&) = delete;
-    WaitCursor& operator=(const WaitCursor&) = delete;
-    ~WaitCursor() { SetCursor(LoadCursorW(nullptr, IDC_ARROW)); }
-};
 } // namespace
 
 // The use of the lists to the end of the scope. If the page was closed by then,

@@ -2,6 +2,7 @@
 #include "audiopage/cover_view.h"
 #include "audiopage/page_text.h"
 #include "audiopage/row_painting.h"
+#include "toolkit/device_contexts.h"
 #include "toolkit/dpi.h"
 
 namespace {
@@ -12,22 +13,6 @@ constexpr POINT NamePlace = {175, 239};
 
 constexpr int ReadingHeight = 25;
 constexpr COLORREF NameColour = 0xFF0000;
-
-// From BeginPaint to EndPaint.
-class PaintedWindow {
-public:
-    explicit PaintedWindow(HWND window) : window_(window), dc_(BeginPaint(window, &paint_)) {}
-    PaintedWindow(const PaintedWindow&) = delete;
-    PaintedWindow& operator=(const PaintedWindow&) = delete;
-    ~PaintedWindow() { EndPaint(window_, &paint_); }
-
-    HDC Dc() const { return dc_; }
-
-private:
-    HWND window_;
-    PAINTSTRUCT paint_ = {};
-    HDC dc_; // from `paint_`, so behind it
-};
 
 void DrawAt(NFont& font, POINT place, const NString& text, HWND page) {
     font.DrawText(DialogUnitsX(place.x, page), DialogUnitsY(place.y, page), text);
@@ -51,12 +36,12 @@ NString ViewingFilesText(int32_t count) {
 } // namespace
 
 void clAudioPropPage::OnPaint() {
-    const PaintedWindow painted(Hwnd);
+    const NPaintDC painted(Hwnd);
     // 1.
     if (IsReading())
-        PaintReading(painted.Dc());
+        PaintReading(painted.dc);
     else
-        PaintView(painted.Dc());
+        PaintView(painted.dc);
 }
 
 void clAudioPropPage::PaintReading(HDC dc) {
