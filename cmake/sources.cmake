@@ -343,6 +343,7 @@ set(toolkit_tests_windows
     tests/toolkit/value_control_test.cpp
     tests/toolkit/value_list_keys_test.cpp
     tests/toolkit/value_list_messages_test.cpp
+    tests/toolkit/value_list_picture_test.cpp
     tests/toolkit/value_list_reentry_test.cpp
     tests/toolkit/value_row_painting_test.cpp
     tests/toolkit/value_row_scene_test.cpp
