@@ -10,8 +10,8 @@
 #include <new>
 
 namespace {
-// A page that reads enables this button of its own when it is done.
-constexpr wchar_t LastButton[] = L"Options Menu";
+// A page that reads enables one of these buttons of its own when it is done.
+constexpr const wchar_t* LastButtons[] = {L"Options Menu", L"Clear"};
 
 constexpr DWORD LookEveryMs = 50;
 constexpr int MostLooks = 1200; // a minute's
@@ -43,8 +43,12 @@ HWND PageOf(HWND sheet) {
 }
 
 bool HasRead(HWND sheet) {
-    HWND button = FindWindowExW(PageOf(sheet), nullptr, nullptr, LastButton);
-    return button && IsWindowEnabled(button);
+    for (const wchar_t* last : LastButtons) {
+        HWND button = FindWindowExW(PageOf(sheet), nullptr, nullptr, last);
+        if (button && IsWindowEnabled(button))
+            return true;
+    }
+    return false;
 }
 
 bool WaitUntilRead(HWND sheet) {
@@ -58,7 +62,7 @@ bool WaitUntilRead(HWND sheet) {
 }
 
 bool WritePicture(HWND sheet, const NString& path) {
-    UpdateWindow(PageOf(sheet));
+    RedrawWindow(PageOf(sheet), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
     RECT rect = {};
     GetWindowRect(sheet, &rect);
     NCanvas picture;
@@ -87,13 +91,14 @@ BOOL CALLBACK SheetPages::Add(HPROPSHEETPAGE page, LPARAM parameter) noexcept {
     }
 }
 
-INT_PTR SheetPages::Open(const NString& title, DWORD flags) {
+INT_PTR SheetPages::Open(const NString& title, int firstShown, DWORD flags) {
     std::vector<HPROPSHEETPAGE> pages;
     pages.swap(pages_);
     PROPSHEETHEADERW header = {};
     header.dwSize = sizeof(header);
     header.dwFlags = PSH_PROPTITLE | flags;
     header.pszCaption = title.c_str();
+    header.nStartPage = static_cast<UINT>(firstShown);
     header.nPages = static_cast<UINT>(pages.size());
     header.phpage = pages.data();
     return PropertySheetW(&header);
@@ -106,12 +111,13 @@ NString SheetTitle(const NStringList& paths) {
     return title;
 }
 
-bool ShowSheet(SheetPages& pages, const NString& title) {
-    return pages.Open(title, 0) >= 0;
+bool ShowSheet(SheetPages& pages, const NString& title, int firstShown) {
+    return pages.Open(title, firstShown, 0) >= 0;
 }
 
-const wchar_t* PictureSheet(SheetPages& pages, const NString& title, const NString& path) {
-    const INT_PTR opened = pages.Open(title, PSH_MODELESS);
+const wchar_t* PictureSheet(SheetPages& pages, const NString& title, int shown,
+                            const NString& path) {
+    const INT_PTR opened = pages.Open(title, shown, PSH_MODELESS);
     if (opened == 0 || opened == -1)
         return L"shellhost: the sheet can't be shown";
     const UniqueWindow sheet(reinterpret_cast<HWND>(opened));

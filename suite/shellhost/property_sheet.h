@@ -21,9 +21,9 @@ public:
     LPARAM Parameter() { return reinterpret_cast<LPARAM>(this); }
 
     int Count() const { return static_cast<int>(pages_.size()); }
-    // Gives them up to the sheet that `open` makes of them, with these flags
-    // added. The result is that of PropertySheetW.
-    INT_PTR Open(const NString& title, DWORD flags);
+    // Gives them up to a sheet of them, with these flags added, that shows the
+    // page of this index first. The result is that of PropertySheetW.
+    INT_PTR Open(const NString& title, int firstShown, DWORD flags);
 
 private:
     std::vector<HPROPSHEETPAGE> pages_;
@@ -32,10 +32,12 @@ private:
 // What a desktop shell calls the sheet of these files, but for "Properties".
 NString SheetTitle(const NStringList& paths);
 
-// Shows the sheet until the user closes it. False if it can't be shown.
-bool ShowSheet(SheetPages& pages, const NString& title);
+// Shows the sheet, the page of this index first, until the user closes it.
+// False if it can't be shown.
+bool ShowSheet(SheetPages& pages, const NString& title, int firstShown);
 
-// Shows the sheet, waits until its first page has read its files, writes a
-// picture of the whole window to `path` (PNG), and closes it. Null, or what
+// Shows the sheet, waits until the page of this index has read its files, writes
+// a picture of the whole window to `path` (PNG), and closes it. Null, or what
 // went wrong.
-const wchar_t* PictureSheet(SheetPages& pages, const NString& title, const NString& path);
+const wchar_t* PictureSheet(SheetPages& pages, const NString& title, int shown,
+                            const NString& path);

@@ -65,6 +65,26 @@ TEST_F(PropertiesCommand, SeveralFilesHaveNoCover) {
     EXPECT_LT(std::count(sheet.pixels.begin(), sheet.pixels.end(), CaseEdge), CaseEdges);
 }
 
+// The title of the list is on a gradient of this colour at its right end.
+TEST_F(PropertiesCommand, WritesAPictureOfThePageThatIsAskedFor) {
+    constexpr uint32_t titleEnd = 0xC8C8FF;
+    const NString sample(TONEWRIGHT_SOURCE_DIR "/build/samples/sample.flac");
+    for (const wchar_t* page : {L"1", L"2"}) {
+        ASSERT_EQ(Run({sample.Text, L"--page", page, L"--picture", picture_.Text}), ExitDone)
+            << errors_.Text();
+        const Picture sheet = Load(picture_);
+        EXPECT_EQ(std::count(sheet.pixels.begin(), sheet.pixels.end(), titleEnd) > 0,
+                  page[0] == L'2');
+    }
+}
+
+TEST_F(PropertiesCommand, FailsForAPageThatIsNotThere) {
+    for (const wchar_t* page : {L"0", L"3", L"second"}) {
+        EXPECT_EQ(Run({file_.Text, L"--page", page, L"--picture", picture_.Text}), ExitFailed);
+        EXPECT_EQ(errors_.Text(), "shellhost: the sheet has no such page\n");
+    }
+}
+
 TEST_F(PropertiesCommand, FailsIfThePictureCanNotBeWritten) {
     EXPECT_EQ(Run({file_.Text, L"--picture", folder_.File(L"none\\sheet.png").Text}), ExitFailed);
     EXPECT_EQ(errors_.Text(), "shellhost: the picture can't be written\n");
@@ -72,7 +92,8 @@ TEST_F(PropertiesCommand, FailsIfThePictureCanNotBeWritten) {
 
 TEST_F(PropertiesCommand, WantsAFile) {
     EXPECT_EQ(Run({L"--picture", picture_.Text}), ExitUsage);
-    EXPECT_EQ(errors_.Text(), "usage: shellhost properties FILE... [--picture PNG]\n");
+    EXPECT_EQ(errors_.Text(),
+              "usage: shellhost properties FILE... [--page NUMBER] [--picture PNG]\n");
     EXPECT_EQ(Run({}), ExitUsage);
 }
 
