@@ -1,6 +1,7 @@
 // A page that its host releases, with and without a call on it under way.
 #include "foundation/unique_handle.h"
 #include "tagpage/page_procedures.h"
+#include "tests/audiopage/held_tips.h"
 #include "tests/support/message_box_driver.h"
 #include "tests/tagpage/tag_page_fixture.h"
 
@@ -26,6 +27,28 @@ protected:
         EXPECT_TRUE(existedAfterRelease_);
         EXPECT_FALSE(PageExists());
     }
+    // Makes the controls of a page whose host comes to its end meanwhile, since
+    // the tip of a button has to wait.
+    template <typename End>
+    void MakeControlsDuring(End end) {
+        AddFile(A);
+        Page().ReadThread.Start([](NEvent&, void*) {}, nullptr);
+        thread_ = Page().ReadThread.handle;
+        WaitForSingleObject(thread_, INFINITE);
+        Page().PageWindow = owner_.Get();
+        HeldTips held;
+        held.PostEnd([this, &end] {
+            int32_t handled = 0;
+            Page().OnPageMessage(owner_.Get(), WM_DESTROY, 0, 0, &handled);
+            end();
+        });
+        Page().CreateControls(false);
+        EXPECT_TRUE(held.HasEnded());
+        EXPECT_EQ(GetWindow(owner_.Get(), GW_CHILD), nullptr);
+        EXPECT_EQ(tipList.Count, 0);
+        EXPECT_FALSE(KillTimer(owner_.Get(), 1));
+        EXPECT_EQ(tags_.Requests().size(), 0u);
+    }
     // The thread's handle goes with the page object, and not before.
     bool PageExists() const {
         DWORD flags = 0;
@@ -34,6 +57,14 @@ protected:
     void Select(const wchar_t* name) { List().Select(window_.RowOf(name)); }
 
 private:
+    struct PopupTraits {
+        using Handle = HWND;
+        static Handle None() { return nullptr; }
+        static void Free(Handle handle) { DestroyWindow(handle); }
+    };
+
+    UniqueHandle<PopupTraits> owner_{CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 400, 400,
+                                                     nullptr, nullptr, nullptr, nullptr)};
     HANDLE thread_ = nullptr;
     bool wasReleased_ = false;
     bool existedAfterRelease_ = false;
@@ -138,4 +169,16 @@ TEST_F(TagPageRelease, WhileTheCommitsBoxIsUpWaitsForTheCommit) {
     window_.Apply();
     EXPECT_EQ(driver.Boxes().size(), 1u);
     ExpectGoneOnlyAfterTheCall();
+}
+
+TEST_F(TagPageRelease, WhileTheButtonsAreMadeWaitsForTheStart) {
+    MakeControlsDuring([this] { Release(); });
+    ExpectGoneOnlyAfterTheCall();
+}
+
+TEST_F(TagPageRelease, AWindowThatGoesWhileTheButtonsAreMadeGetsNone) {
+    MakeControlsDuring([] {});
+    EXPECT_EQ(Page().ButtonGroup.buttons.Count, 0);
+    EXPECT_EQ(Page().ButtonGroup.timerId, 0u);
+    EXPECT_TRUE(PageExists());
 }
