@@ -25,8 +25,8 @@ int RunBenches(const BenchPlaces& places) {
         return 1;
     // Its companions lie beside it, not beside this program.
     NSetModuleInstance(module.Get());
-    const bool done =
-        BenchPage(places) && BenchRows(places) && BenchExchange(places) && BenchRecords();
+    const bool done = BenchPage(places) && BenchRows(places) && BenchExchange(places) &&
+                      BenchTagPage(places) && BenchRecords();
     return done ? 0 : 1;
 }
 } // namespace

@@ -30,6 +30,10 @@ bool BenchRows(const BenchPlaces& places);
 // Painting the page of one file, against its bare texts; the tick of buttons
 // that nobody points at.
 bool BenchPage(const BenchPlaces& places);
+// The page ID-Tag of 200 files: from its opening to its rows, and a commit that
+// changes one of them, against the programs that both can't do without. Its
+// rows' building.
+bool BenchTagPage(const BenchPlaces& places);
 // RunGetAudioInf, against starting a program.
 bool BenchExchange(const BenchPlaces& places);
 // The serialised form of tag records, against memcpy.

@@ -1,55 +1,20 @@
 #include "audiopage/property_rows.h"
 #include "benchmarks/benches.h"
 #include "benchmarks/measuring.h"
+#include "benchmarks/music_folder.h"
 #include "codec/trace.h"
 #include "foundation/nfilefind.h"
-#include "foundation/nfolders.h"
 #include "foundation/nmutex.h"
-#include "foundation/npath.h"
-#include "foundation/windows_lean.h"
 
 #include <audioproperties.h>
 #include <fileref.h>
 #include <tpropertymap.h>
 
 #include <cstdio>
-#include <filesystem>
-
-namespace fs = std::filesystem;
 
 namespace {
 constexpr int Rounds = 9;
 constexpr int Files = 500;
-
-// A folder of copies of the samples, gone at the end.
-class MusicFolder {
-public:
-    MusicFolder() : path_(NGetTempFolder()) {
-        path_.Append(L"tonewright-bench-");
-        path_.Append(NString::FromUInt(GetCurrentProcessId()));
-        path_.Append(L"\\");
-        fs::remove_all(path_.Text); // of a run that was broken off
-        fs::create_directories(path_.Text);
-    }
-    ~MusicFolder() {
-        std::error_code ignored;
-        fs::remove_all(path_.Text, ignored);
-    }
-    MusicFolder(const MusicFolder&) = delete;
-    MusicFolder& operator=(const MusicFolder&) = delete;
-
-    // The path of a new copy.
-    NString Copy(const NString& sample, int number) const {
-        NString copy(path_);
-        copy.Append(NString::FromUInt(static_cast<uint32_t>(number)));
-        copy.Append(NGetFileExt(sample));
-        fs::copy_file(sample.Text, copy.Text);
-        return copy;
-    }
-
-private:
-    NString path_;
-};
 
 bool IsReadByTheLibrary(const NString& path) {
     TagLib::FileRef file(path.Text);
