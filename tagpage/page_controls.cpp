@@ -24,9 +24,9 @@ constexpr UINT MoveFlags = SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOOWNERZORDER;
 
 struct PageButtonForm {
     clIDTagPage::PageButton& button;
-    int x; // dialog units
     const wchar_t* text;
     const wchar_t* toolTipText;
+    int x; // dialog units
     int bitmap;
 };
 
@@ -62,14 +62,14 @@ void MoveToY(HWND window, HWND page, int y) {
 
 void clIDTagPage::MakeButtons() {
     const PageButtonForm forms[] = {
-        {cmdSkipFirst, 7, L"First", nullptr, IDB_SKIP_FIRST},
-        {cmdSkipPrev, 19, L"Previous", nullptr, IDB_SKIP_PREVIOUS},
-        {cmdViewSingle, 31, L"Edit Single", L"Edit Single / Multiple ID-Tags", IDB_EDIT_SINGLE},
-        {cmdSkipNext, 72, L"Next", nullptr, IDB_SKIP_NEXT},
-        {cmdSkipLast, 84, L"Last", nullptr, IDB_SKIP_LAST},
-        {cmdAdd, 98, L"Add", L"Add New Tag Element", IDB_ADD_ELEMENT},
-        {cmdRemove, 136, L"Remove", L"Remove Selected Tag Element", IDB_REMOVE_ELEMENT},
-        {cmdClear, 175, L"Clear", L"Clear all ID-Tags", IDB_CLEAR_TAGS},
+        {cmdSkipFirst, L"First", nullptr, 7, IDB_SKIP_FIRST},
+        {cmdSkipPrev, L"Previous", nullptr, 19, IDB_SKIP_PREVIOUS},
+        {cmdViewSingle, L"Edit Single", L"Edit Single / Multiple ID-Tags", 31, IDB_EDIT_SINGLE},
+        {cmdSkipNext, L"Next", nullptr, 72, IDB_SKIP_NEXT},
+        {cmdSkipLast, L"Last", nullptr, 84, IDB_SKIP_LAST},
+        {cmdAdd, L"Add", L"Add New Tag Element", 98, IDB_ADD_ELEMENT},
+        {cmdRemove, L"Remove", L"Remove Selected Tag Element", 136, IDB_REMOVE_ELEMENT},
+        {cmdClear, L"Clear", L"Clear all ID-Tags", 175, IDB_CLEAR_TAGS},
     };
     // 3.
     NCanvas background;

@@ -177,7 +177,8 @@ void clIDTagPage::ClearTags() {
     if (!deleted)
         return;
     NotifyChanged();
-    BuildRows();
+    if (IsInUse())
+        BuildRows();
 }
 
 void clIDTagPage::ClearFile() {

@@ -23,8 +23,10 @@ void CopyPictures(clTagRecord& tags, clTagRecord& pictures) {
 void clIDTagPage::StoreEdits() {
     if (!IsInUse())
         return;
-    // 1.
+    // 1. The sheet hears of a name that was typed, and may close the page.
     ValueList.EndEdit(true);
+    if (!IsInUse())
+        return;
     // 2.
     clTagRecord& view = CurrentTags();
     // 3.

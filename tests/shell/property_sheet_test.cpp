@@ -308,6 +308,24 @@ TEST_F(PageHandOver, NoExceptionLeavesTheDialogProcedure) {
     EXPECT_EQ(page.PageRowsOne.Count(), 23);
 }
 
+TEST_F(PageHandOver, NoExceptionLeavesTheDialogProcedureOfTheTagPage) {
+    SelectSample();
+    PageTaker taker;
+    Offer(taker);
+    Sheet sheet(taker.GiveUp());
+    sheet.ShowPage(1);
+    clIDTagPage& page = TagPageMade();
+    ASSERT_EQ(WaitForSingleObject(page.ReadThread.handle, LongestMs), WAIT_OBJECT_0);
+    SendMessageW(page.PageWindow, WM_TIMER, 1, 0);
+    const int elements = page.CurrentTags().Count();
+    {
+        const FailingAllocations none(0);
+        EXPECT_EQ(PageDlgProc(page.PageWindow, WM_COMMAND, IDOK, 0), 0);
+    }
+    page.StoreEdits();
+    EXPECT_EQ(page.CurrentTags().Count(), elements);
+}
+
 // In a sheet of the platform.
 
 TEST_F(PageHandOver, ShowsWhatTheModulesDecoderSays) {

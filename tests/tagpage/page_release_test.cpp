@@ -160,6 +160,24 @@ TEST_F(TagPageRelease, InAClickOfAKeyWaitsForTheMessage) {
     ExpectGoneOnlyAfterTheCall();
 }
 
+TEST_F(TagPageRelease, WhileACommitEndsTheEditOfANameWaitsForTheCommit) {
+    Open();
+    Page().cmdAdd.OnClick(false);
+    window_.TypeInEditor(L"Mood");
+    ReleaseAtNextChange();
+    window_.Apply();
+    ExpectGoneOnlyAfterTheCall();
+    EXPECT_EQ(tags_.Requests().size(), 1u);
+}
+
+TEST_F(TagPageRelease, AWindowThatGoesWhileAllIsClearedLeavesAnEmptyPage) {
+    Open();
+    window_.atChange = [this] { window_.Close(); };
+    Page().cmdClear.OnClick(false);
+    EXPECT_EQ(Page().TagSets.Count(), 0);
+    EXPECT_EQ(List().rows.Count(), 0);
+}
+
 TEST_F(TagPageRelease, WhileTheCommitsBoxIsUpWaitsForTheCommit) {
     Open();
     tags_.RefuseToStart(TagRequestKind::Set, A);
