@@ -349,6 +349,11 @@ set(toolkit_tests_windows
     tests/toolkit/value_row_scene_test.cpp
     tests/toolkit/watched_calls.cpp)
 
+set(toolkit_leaks_tests_windows
+    tests/toolkit/button_dialog.cpp
+    tests/toolkit/list_dialog.cpp
+    tests/toolkit/value_list_leaks_test.cpp)
+
 set(audiopage_tests_windows
     tests/audiopage/audio_prop_page_test.cpp
     tests/audiopage/cover_panel_test.cpp
@@ -539,7 +544,8 @@ foreach(list IN ITEMS
         test_support_windows native_support foundation_tests_portable foundation_tests_windows
         codec_tests_portable codec_tests_windows toolkit_tests_windows
         audiopage_tests_windows tagpage_tests_windows tagpage_model_tests_windows
-        shell_tests_windows decoder_tests_windows shell_leaks_tests_windows shell_registration_tests_windows
+        shell_tests_windows decoder_tests_windows shell_leaks_tests_windows
+        toolkit_leaks_tests_windows shell_registration_tests_windows
         tagmap_tests_windows crowded_tags_tests_windows querytrackdata_tests_windows shellhost_tests_windows)
     list(TRANSFORM ${list} PREPEND ${CMAKE_CURRENT_LIST_DIR}/../)
 endforeach()

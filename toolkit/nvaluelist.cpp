@@ -189,7 +189,8 @@ void NValueList::Select(int row) {
         return;
     SendMessageW(listBox, LB_SETCURSEL, static_cast<WPARAM>(row), 0);
     EditSelection();
-    OnSelChange();
+    if (listBox)
+        OnSelChange();
 }
 
 void NValueList::EditSelection() {

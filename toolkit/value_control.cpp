@@ -81,8 +81,8 @@ void NValueList::clValueControl::EndEdit(bool restart) {
 }
 
 void NValueList::clValueControl::Drop() {
-    HWND const lastEditor = std::exchange(editor, nullptr);
-    HWND const lastButton = std::exchange(button, nullptr);
+    HWND lastEditor = std::exchange(editor, nullptr);
+    HWND lastButton = std::exchange(button, nullptr);
     editRow = NoRow;
     Unbind();
     list = nullptr;

@@ -106,7 +106,7 @@ bool NValueList::clValueControl::OnKeyUp(WPARAM key, LPARAM lParam) {
 
 void NValueList::clValueControl::OnReturn() {
     const bool wasName = nameMode && editor;
-    HWND const listBefore = listWindow;
+    HWND listBefore = listWindow;
     EndEdit(true);
     // The end of a name's edit has given the focus to that of the value.
     if (!wasName)

@@ -67,7 +67,8 @@ LRESULT NValueList::Filter(UINT message, WPARAM wParam, LPARAM lParam, int32_t* 
 LRESULT NValueList::OnListNotification(UINT code) {
     if (code == LBN_SELCHANGE) {
         EditSelection();
-        OnSelChange();
+        if (listBox)
+            OnSelChange();
         return 0;
     }
     const NValueRow* row = RowAt(GetSelection());

@@ -1,4 +1,3 @@
-#include "tests/support/leak_counters.h"
 #include "tests/support/nstring_printer.h"
 #include "tests/toolkit/creation_watch.h"
 #include "tests/toolkit/list_dialog.h"
@@ -458,30 +457,5 @@ TEST(ValueList, SelectTakesRowsThatThereAreAndNone) {
     EXPECT_EQ(dialog.list.GetSelection(), -1);
     EXPECT_EQ(dialog.list.selections, std::vector<int>({1, -1}));
     EXPECT_FALSE(dialog.list.control.editor);
-}
-
-TEST(ValueList, HoldsNoPlatformObjectsOfSelectionsThatWere) {
-    ListDialog dialog;
-    dialog.list.LoadMarks(IDI_MARKS, 16);
-    for (int32_t kind : {Edit, ComboEdit, DropList, Check, Plain})
-        dialog.AddWithChoices(kind, L"n", L"v", {L"v", L"w"});
-    NValueRowInit init;
-    init.kind = Edit;
-    init.buttonText = L"View";
-    dialog.Add(init);
-    const auto walk = [&] {
-        for (int row = -1; row < dialog.list.rows.Count(); ++row) {
-            dialog.list.Select(row);
-            UpdateWindow(dialog.list.listBox);
-        }
-        dialog.list.Select(-1);
-        HandlePosted();
-    };
-    for (int warmUp = 0; warmUp < 3; ++warmUp)
-        walk();
-    const PlatformObjects before = CountPlatformObjects();
-    for (int round = 0; round < 50; ++round)
-        walk();
-    EXPECT_EQ(CountPlatformObjects(), before);
 }
 } // namespace
