@@ -28,7 +28,8 @@ cp "$samples/sample.flac" "$samples/sample.mp3" "$samples/sample.wav" "$work" ||
 before=$(md5sum "$work"/*)
 
 act "$work/sample.flac" -- tabs page "Audio Properties" rows unchanged cancel
-shown "Audio Properties"
+[ "$(grep -xF -e "Audio Properties" -e "ID-Tag" "$work.shown" | tr '\n' ,)" = \
+    "Audio Properties,ID-Tag," ] || fail "other pages: $(cat "$work.shown")"
 shown "Title Klang 音色"
 shown "Sample Size 16 bit"
 shown "File sample"
@@ -42,3 +43,63 @@ shown "Track <different>"
 shown "Combined Length 3 seconds"
 
 [ "$(md5sum "$work"/*)" = "$before" ] || fail "looking at the files changes them"
+
+# The rows of a text that every tag has, from the page's title on.
+artist=1 title=2 album=3 genre=6 comment=7
+flac=$work/sample.flac
+mp3=$work/sample.mp3
+ask "$flac" audio cover
+sound=$(answer audio)
+cover=$(answer cover)
+
+# What users have typed in earlier runs would be completed.
+genres() { find "$TONEWRIGHT_WINEPREFIX/drive_c/users" -path '*/Tonewright/genres.txt' "$@"; }
+genres -delete
+
+# Typed and applied, typed again and closed.
+act "$flac" -- page "ID-Tag" unchanged select $album type "Neues Album 新" key return apply \
+    unchanged select $genre type "Ethno-Techno" ok
+ask "$flac" audio cover title album genre
+expect_foreign title "Klang 音色"
+expect_foreign album "Neues Album 新"
+expect_foreign genre "Ethno-Techno"
+[ "$(answer audio)" = "$sound" ] || fail "the sound has changed"
+[ "$(answer cover)" = "$cover" ] || fail "the cover has changed"
+
+genres -exec cat {} + | iconv -f UTF-16LE -t UTF-8 | tr -d '\r' | grep -qxF "Ethno-Techno" ||
+    fail "the new genre isn't learned"
+
+# A genre is completed from the list; return takes what was completed.
+act "$flac" -- page "ID-Tag" select $genre type "Showt" key return ok
+ask "$flac" genre
+expect_foreign genre "Showtunes"
+
+# What is cancelled leaves the file as it is.
+before=$(md5sum <"$flac")
+act "$flac" -- page "ID-Tag" select $title type "Verworfen" cancel
+[ "$(md5sum <"$flac")" = "$before" ] || fail "a cancelled edit changes the file"
+
+# One text for two files; then one for each, stepping from one to the other.
+act "$mp3" "$flac" -- page "ID-Tag" select $comment type "Für beide" ok
+act "$mp3" "$flac" -- page "ID-Tag" press "Edit Single" select $artist type "Erste" \
+    press Next select $artist type "Zweite" key return ok
+for file in "$flac" "$mp3"; do
+    ask "$file" artist comment
+    expect_foreign comment "Für beide"
+    expect_foreign artist "$([ "$file" = "$flac" ] && echo Erste || echo Zweite)"
+done
+
+# A new element, and one that goes.
+act "$flac" -- page "ID-Tag" press Add type "Mood" key return type "Ruhig wie Öl" apply \
+    select $genre press Remove ok
+ask "$flac" mood genre title
+expect_foreign mood "Ruhig wie Öl"
+expect_none genre
+expect_foreign title "Klang 音色"
+
+act "$flac" -- page "ID-Tag" press Clear ok
+ask "$flac" audio title artist mood
+expect_none title
+expect_none artist
+expect_none mood
+[ "$(answer audio)" = "$sound" ] || fail "the sound has changed"

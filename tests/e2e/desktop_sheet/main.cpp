@@ -6,8 +6,9 @@
 //     tabs            prints the titles of the pages, one a line
 //     page TITLE      turns to the page of that title
 //     rows            prints the rows that the shown page's options menu copies
-//     edit ROW TEXT   of the shown page's list: selects the row, from 0, and
-//                     types the text in place of its value
+//     select ROW      of the shown page's list: clicks the row, from 0
+//     type TEXT       in place of what the editor with the focus holds
+//     key NAME        strikes return, tab, up or down, which has to end the edit
 //     press BUTTON    of the shown page: clicks the button of that text
 //     apply           presses Apply, which has to be enabled
 //     unchanged       Apply has to be disabled

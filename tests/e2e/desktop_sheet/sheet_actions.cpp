@@ -98,6 +98,39 @@ void PrintLines(const std::wstring& text) {
     }
 }
 
+INPUT Stroke(WORD key, WORD scanCode, DWORD flags) {
+    INPUT stroke = {};
+    stroke.type = INPUT_KEYBOARD;
+    stroke.ki.wVk = key;
+    stroke.ki.wScan = scanCode;
+    stroke.ki.dwFlags = flags;
+    return stroke;
+}
+
+void Send(std::vector<INPUT> strokes) {
+    SendInput(static_cast<UINT>(strokes.size()), strokes.data(), sizeof(INPUT));
+}
+
+// A key down and up, as the keyboard brings it.
+void Strike(WORD key) {
+    Send({Stroke(key, 0, 0), Stroke(key, 0, KEYEVENTF_KEYUP)});
+}
+
+// The key of that letter, with shift for a capital; as text, if there is none.
+void StrikeCharacter(wchar_t unit) {
+    const SHORT found = VkKeyScanW(unit);
+    const auto key = static_cast<WORD>(found & 0xFF);
+    constexpr SHORT withShift = 0x100;
+    if (found >= 0 && found < withShift)
+        Strike(key);
+    else if (found >= withShift && found < 2 * withShift)
+        Send({Stroke(VK_SHIFT, 0, 0), Stroke(key, 0, 0), Stroke(key, 0, KEYEVENTF_KEYUP),
+              Stroke(VK_SHIFT, 0, KEYEVENTF_KEYUP)});
+    else
+        Send({Stroke(0, unit, KEYEVENTF_UNICODE),
+              Stroke(0, unit, KEYEVENTF_UNICODE | KEYEVENTF_KEYUP)});
+}
+
 void Click(HWND window, POINT place) {
     const LPARAM position = MAKELPARAM(place.x, place.y);
     SendMessageW(window, WM_LBUTTONDOWN, MK_LBUTTON, position);
@@ -113,6 +146,9 @@ SheetActions::SheetActions(DWORD thread) {
             },
             [](HWND window) { return FindWindowExW(window, nullptr, WC_TABCONTROLW, nullptr); });
     });
+    // Keys go to the window in front.
+    SetForegroundWindow(sheet_);
+    WaitFor("sheet in front", [this] { return GetForegroundWindow() == sheet_; });
 }
 
 SheetActions::Word SheetActions::Do(Word action, Word end) {
@@ -128,10 +164,13 @@ SheetActions::Word SheetActions::Do(Word action, Word end) {
         TurnTo(next());
     else if (name == L"rows")
         PrintRows();
-    else if (name == L"edit") {
-        const int row = std::stoi(next());
-        Edit(row, next());
-    } else if (name == L"press")
+    else if (name == L"select")
+        SelectRow(std::stoi(next()));
+    else if (name == L"type")
+        Type(next());
+    else if (name == L"key")
+        StrikeKey(next());
+    else if (name == L"press")
         Press(next());
     else if (name == L"apply")
         Apply();
@@ -198,7 +237,7 @@ void SheetActions::PrintRows() {
     PrintLines(ClipboardText());
 }
 
-void SheetActions::Edit(int row, const std::wstring& text) {
+void SheetActions::SelectRow(int row) {
     const HWND page = Page();
     const HWND list = WaitFor("list of rows", [page] {
         return FindChild(page, [](HWND window) { return ClassOf(window) == L"ListBox"; });
@@ -208,12 +247,46 @@ void SheetActions::Edit(int row, const std::wstring& text) {
                      reinterpret_cast<LPARAM>(&place)) == LB_ERR)
         throw std::runtime_error("no such row");
     Click(list, {place.left + 5, (place.top + place.bottom) / 2});
-    const HWND editor = WaitFor("editor", [list] {
-        return FindChild(list, [](HWND window) { return ClassOf(window) == L"Edit"; });
+}
+
+HWND SheetActions::FocusedEditor() const {
+    return WaitFor("editor with the focus", [this] {
+        GUITHREADINFO info = {};
+        info.cbSize = sizeof(info);
+        GetGUIThreadInfo(GetWindowThreadProcessId(sheet_, nullptr), &info);
+        return ClassOf(info.hwndFocus) == L"Edit" ? info.hwndFocus : nullptr;
     });
+}
+
+// What completes it may put more behind it, selected; so the last key has come
+// once nothing but that is selected.
+void SheetActions::Type(const std::wstring& text) {
+    const HWND editor = FocusedEditor();
     SendMessageW(editor, EM_SETSEL, 0, -1);
     for (wchar_t unit : text)
-        SendMessageW(editor, WM_CHAR, unit, 1);
+        StrikeCharacter(unit);
+    WaitFor("typed text", [&] {
+        DWORD start = 0;
+        SendMessageW(editor, EM_GETSEL, reinterpret_cast<WPARAM>(&start), 0);
+        return start == text.size() && TextOf(editor).compare(0, text.size(), text) == 0;
+    });
+}
+
+// When it has an effect on the editor, that is waited for by what follows.
+void SheetActions::StrikeKey(const std::wstring& name) {
+    constexpr struct {
+        const wchar_t* name;
+        WORD key;
+    } keys[] = {{L"return", VK_RETURN}, {L"tab", VK_TAB}, {L"up", VK_UP}, {L"down", VK_DOWN}};
+    for (const auto& one : keys) {
+        if (name == one.name) {
+            const HWND editor = FocusedEditor();
+            Strike(one.key);
+            WaitFor("end of the edit", [this, editor] { return !IsWindow(editor); });
+            return;
+        }
+    }
+    throw std::runtime_error("no such key");
 }
 
 void SheetActions::Press(const std::wstring& text) {

@@ -5,10 +5,10 @@
 #include <string>
 #include <vector>
 
-// What a user does on a property sheet of another thread of this process, by
-// the messages that the mouse and the keys would bring. Each action waits for
-// what it needs to be there, a minute at most; then, and if something is not as
-// it has to be, it throws std::runtime_error.
+// What a user does on a property sheet of another thread of this process: keys
+// by the system's own queue, the mouse by the messages that it would bring. Each
+// action waits for what it needs to be there, a minute at most; then, and if
+// something is not as it has to be, it throws std::runtime_error.
 class SheetActions {
 public:
     using Word = std::vector<std::wstring>::const_iterator;
@@ -24,7 +24,9 @@ private:
     void PrintTabs();
     void TurnTo(const std::wstring& title);
     void PrintRows();
-    void Edit(int row, const std::wstring& text);
+    void SelectRow(int row);
+    void Type(const std::wstring& text);
+    void StrikeKey(const std::wstring& name);
     void Press(const std::wstring& text);
     void Apply();
     void ExpectUnchanged();
@@ -32,6 +34,7 @@ private:
 
     HWND Page() const;
     HWND Tabs() const;
+    HWND FocusedEditor() const;
     // Of the page's buttons, by its title, once it is enabled.
     HWND EnabledButton(const std::wstring& text) const;
     std::wstring TitleOf(int tab) const;
