@@ -37,7 +37,7 @@ void EnableIf(NButton& button, bool condition) {
         button.Disable();
 }
 
-// Pictures are listed; what stands on their buttons is not done.
+// Pictures are listed only: a press on their buttons does nothing.
 void OnViewArtButton(NValueList&) {}
 void OnAddArtButton(NValueList&) {}
 

@@ -103,6 +103,8 @@ void clIDTagPage::OnRowValueChanged() {
 }
 
 void clIDTagPage::AddElementRow() {
+    // A row that gets no name goes now, while no place has been taken.
+    ValueList.EndEdit(true);
     if (!IsInUse())
         return;
     // 1.

@@ -83,6 +83,15 @@ TEST_F(RowEvents, AddPutsARowAtTheEndOfAllFiles) {
     EXPECT_EQ(List().GetSelection(), List().rows.Count() - 1);
 }
 
+TEST_F(RowEvents, AddTwiceLeavesOneRowAboveTheSpacer) {
+    OpenOne({});
+    Add();
+    Add();
+    EXPECT_EQ(window_.RowOf(L"<edit>"), window_.RowOf(L"Album Art") - 2);
+    EXPECT_EQ(List().rows.Count(), 1 + 1 + 7 + 1 + 3);
+    EXPECT_EQ(List().GetSelection(), window_.RowOf(L"<edit>"));
+}
+
 TEST_F(RowEvents, AHeadingOfAnElementsNameIsNone) {
     OpenTwo({{L"Album Art", L"x"}}, {{L"Album Art", L"x"}});
     Add();
@@ -384,6 +393,23 @@ TEST_F(RowEvents, APictureIsNotRemoved) {
     EXPECT_EQ(window_.Rows(), rows);
     EXPECT_EQ(Deletions(A), Texts());
     EXPECT_EQ(SetTexts(A), Texts{L"_albumart_1=:x"});
+    EXPECT_EQ(window_.TakeChanges(), 0);
+}
+
+TEST_F(RowEvents, TheButtonsOfPicturesDoNothing) {
+    clTagRecord tag;
+    tag.AddData(L"_albumart_1", "x", 1);
+    AddFile(A, tag);
+    window_.OpenAndRead();
+    const Texts rows = window_.Rows();
+    for (int row : {window_.RowOf(L"Art 1"), List().rows.Count() - 1}) {
+        List().Select(row);
+        const HWND button = List().control.button;
+        ASSERT_NE(button, nullptr);
+        SendMessageW(button, BM_CLICK, 0, 0);
+        EXPECT_EQ(window_.Rows(), rows);
+        EXPECT_EQ(SetTexts(A), Texts{L"_albumart_1=:x"});
+    }
     EXPECT_EQ(window_.TakeChanges(), 0);
 }
 
