@@ -103,3 +103,17 @@ expect_none title
 expect_none artist
 expect_none mood
 [ "$(answer audio)" = "$sound" ] || fail "the sound has changed"
+
+# A file of every format, all at once. What the files hold of the others stays.
+rm "$work"/*
+cp "$samples"/sample* "$work" || exit 1
+act "$work"/* -- page "ID-Tag" select $title type "Neue Töne 新しい" key return \
+    select $album type "Plain Album" ok
+for file in "$work"/*; do
+    ask "$samples/${file##*/}" audio
+    sound=$(answer audio)
+    ask "$file" audio title album
+    expect_foreign title "Neue Töne 新しい"
+    expect_foreign album "Plain Album"
+    [ "$(answer audio)" = "$sound" ] || fail "the sound of ${file##*/} has changed"
+done
