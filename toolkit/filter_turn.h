@@ -4,7 +4,7 @@
 
 // The turn of one message in a filter that one flag guards for the whole
 // process, on whatever thread: a message that comes while another one has the
-// turn gets none. Ends with the scope.
+// turn gets none, and leaves the flag alone. Ends with the scope.
 class FilterTurn {
 public:
     explicit FilterTurn(std::atomic<bool>& flag) : flag_(flag), taken_(!flag.exchange(true)) {}

@@ -97,24 +97,25 @@ void NValueList::Create(int x, int y, int width, int height, HWND dialog, uint32
 }
 
 void NValueList::Destroy() {
-    control.EndEdit(false);
-    control.Drop();
+    control.EndForGood();
     Unbind();
     if (HWND window = std::exchange(listBox, nullptr))
         DestroyWindow(window);
     rows.Clear();
-    ++rowChanges;
     backBuffer.Release();
+    ForEachMark([](NIcon& mark) { mark.Release(); });
+}
+
+template <typename Action>
+void NValueList::ForEachMark(Action action) {
     for (NIcon* mark : {&checkOn, &checkOff, &checkOnGrey, &checkOffGrey, &radioOn, &radioOff,
                         &radioOnGrey, &radioOffGrey})
-        mark->Release();
+        action(*mark);
 }
 
 void NValueList::LoadMarks(int firstId, int size, HINSTANCE module) {
     int id = firstId;
-    for (NIcon* mark : {&checkOn, &checkOff, &checkOnGrey, &checkOffGrey, &radioOn, &radioOff,
-                        &radioOnGrey, &radioOffGrey})
-        mark->Load(id++, size, size, module);
+    ForEachMark([&](NIcon& mark) { mark.Load(id++, size, size, module); });
 }
 
 void NValueList::AddRow(const NValueRowInit& init, const wchar_t* key, int insertAt) {
@@ -125,7 +126,7 @@ void NValueList::AddRow(const NValueRowInit& init, const wchar_t* key, int inser
     // 2.
     const int index = insertAt < 0 ? rows.Count() : std::min(insertAt, rows.Count());
     NValueRow& row = *rows.Add(key, false, index);
-    ++rowChanges;
+    row.number = ++lastRowNumber_;
     FillRow(*this, init, row);
     // 3. to 11.
     BuildRowScene(*this, init, row);
@@ -133,29 +134,27 @@ void NValueList::AddRow(const NValueRowInit& init, const wchar_t* key, int inser
     SendMessageW(listBox, LB_INSERTSTRING, static_cast<WPARAM>(index),
                  reinterpret_cast<LPARAM>(ListedText(row).Text));
     // The restart of step 1 may have begun an edit further down.
-    if (control.editRow >= index)
-        control.FollowRow(control.editRow + 1);
+    control.FollowRow();
 }
 
 void NValueList::DeleteRow(int row) {
-    if (!listBox || !RowAt(row))
+    const NValueRow* doomed = RowAt(row);
+    if (!listBox || !doomed)
         return;
+    const uint32_t number = doomed->number;
     const bool wasSelected = row == GetSelection();
-    if (wasSelected) {
-        const uint32_t changes = rowChanges;
+    if (wasSelected)
         control.EndEdit(false);
-        if (changes != rowChanges)
-            return;
-    }
-    if (control.editRow == row)
+    // The owner may have heard of the end, and have changed the rows.
+    doomed = RowAt(IndexOf(number));
+    if (doomed && control.StandsOn(*doomed))
         control.Drop();
-    if (!listBox)
+    row = IndexOf(number);
+    if (!listBox || row < 0)
         return;
     SendMessageW(listBox, LB_DELETESTRING, static_cast<WPARAM>(row), 0);
     rows.RemoveAt(row);
-    ++rowChanges;
-    if (control.editRow > row)
-        control.FollowRow(control.editRow - 1);
+    control.FollowRow();
     if (!wasSelected)
         return;
     // The platform may leave a neighbour selected.
@@ -164,13 +163,19 @@ void NValueList::DeleteRow(int row) {
 }
 
 void NValueList::Clear() {
-    control.EndEdit(false);
-    control.Drop(); // one that the owner began meanwhile, of a row that goes
+    control.EndForGood();
     if (!listBox)
         return;
     SendMessageW(listBox, LB_RESETCONTENT, 0, 0);
     rows.Clear();
-    ++rowChanges;
+}
+
+int NValueList::IndexOf(uint32_t rowNumber) const {
+    for (int index = 0; index < rows.Count(); ++index) {
+        if (RowAt(index)->number == rowNumber)
+            return index;
+    }
+    return -1;
 }
 
 int NValueList::GetSelection() const {

@@ -12,8 +12,10 @@
 
 class NValueList;
 
-// The owner's; the row it is about is `list.GetSelection()`. It may change,
-// add and delete rows and move the selection, but must not delete the list.
+// The owner's; the row it is about is `list.GetSelection()`, but for a press on
+// the mark of a row that isn't selected, which comes before the row is. It may
+// change, add and delete rows and move the selection, but must not delete the
+// list; and `onChange` must not end the edit, whose editor is telling of it.
 using NValueRowCallback = void (*)(NValueList& list);
 
 enum NValueRowKind : int32_t {
@@ -45,9 +47,11 @@ struct NValueRowInit {
     NString value;
     uint32_t valueX = 0;
     COLORREF valueColour = 0;
-    int32_t valueWidth = 0; // of the value and its editor; 0: up to the right edge
-    int32_t editLines = 0;  // height of the editor in rows; above 1 it takes several lines
-    NIcon icon;             // may be empty
+    // Of the value's editor; of a painted value only beside a button's caption.
+    // 0: up to the right edge.
+    int32_t valueWidth = 0;
+    int32_t editLines = 0; // height of the editor in rows; above 1 it takes several lines
+    NIcon icon;            // may be empty
     uint32_t iconX = 0;
     uint32_t markX = 0; // of the check or radio mark
     NStringList choices;
@@ -76,6 +80,7 @@ struct NValueRow {
     uint32_t markX = 0;
     uint32_t iconX = 0;
     int64_t tag = 0;
+    uint32_t number = 0; // no other row of the list has or had it
 };
 
 // The marks of `Check` and `Radio` rows, in the order of the list's members.
@@ -122,14 +127,19 @@ public:
         void EndEdit(bool restart);
         // Stores what the editor holds in the row. 1 if that was its name.
         int Commit();
-        // Whether it is the editor or the button; never for null.
+        // Whether it is the editor or the button. Null counts as a button that
+        // isn't there, so that the edit outlasts a switch to another program:
+        // wanted.
         bool IsOwnWindow(HWND window) const;
         // Takes editor and button away without storing anything or calling
         // anybody.
         void Drop();
-        // The row in edit has got another index: lays editor and button over it
-        // again.
-        void FollowRow(int row);
+        // EndEdit, and takes away what the owner begins as it hears of the end.
+        void EndForGood();
+        // Whether the editor or the button is that of this row.
+        bool StandsOn(const NValueRow& row) const;
+        // Rows came or went: lays editor and button over their row again.
+        void FollowRow();
 
         int32_t editRow = -1; // -1 for none
         int32_t nameMode = 0; // non-zero while a name is edited
@@ -146,6 +156,8 @@ public:
         bool OnUpOrDown(HWND window, WPARAM key);
         bool OnKeyUp(WPARAM key, LPARAM lParam);
         void OnReturn();
+
+        uint32_t rowNumber_ = 0; // of the row that editor or button are laid over
     };
 
     NValueList() = default;
@@ -255,5 +267,10 @@ private:
     int PageStep() const;
     void OnEditorNotification(UINT code, HWND sender);
 
-    uint32_t rowChanges = 0; // how often rows were added or deleted
+    // -1 if the row is gone.
+    int IndexOf(uint32_t rowNumber) const;
+    template <typename Action>
+    void ForEachMark(Action action);
+
+    uint32_t lastRowNumber_ = 0;
 };

@@ -7,11 +7,6 @@
 namespace {
 constexpr int NoRow = -1;
 
-void DestroyIfAny(HWND window) {
-    if (window)
-        DestroyWindow(window);
-}
-
 void MoveTo(HWND window, int32_t top) {
     if (!window)
         return;
@@ -34,17 +29,16 @@ NValueRow* NValueList::clValueControl::RowInEdit() const {
 void NValueList::clValueControl::StartEdit(int row, HWND listBox, uint32_t defaultX, bool forName,
                                            NValueList* owner, const NStringList* nameChoices,
                                            bool typing) {
-    // 1. Nothing is stored from an edit that the owner began when it heard of
-    // the end.
-    EndEdit(false);
-    Drop();
+    // 1.
+    EndForGood();
     if (!owner || !owner->RowAt(row))
         return;
     // 2.
     list = owner;
     nameMode = forName;
     listWindow = listBox;
-    const ValueEdit edit = {*owner, listBox, row, forName, defaultX, nameChoices, typing};
+    rowNumber_ = owner->RowAt(row)->number;
+    ValueEdit edit = {*owner, listBox, row, forName, defaultX, nameChoices, typing};
     // 3. and 4.
     if (HWND made = MakeValueEditor(edit)) {
         // 5.
@@ -57,6 +51,7 @@ void NValueList::clValueControl::StartEdit(int row, HWND listBox, uint32_t defau
         // Who lost the focus may have ended the edit, or begun another one.
         if (editor != made)
             return;
+        edit.row = editRow; // rows above may have come or gone
     }
     // 6.
     button = MakeRowButton(edit);
@@ -66,7 +61,8 @@ void NValueList::clValueControl::StartEdit(int row, HWND listBox, uint32_t defau
 
 void NValueList::clValueControl::EndEdit(bool restart) {
     // 1.
-    const int row = editRow;
+    const NValueRow* row = RowInEdit();
+    const uint32_t number = row ? row->number : 0;
     NValueList* const owner = list;
     // 2. to 4. The windows go last: the focus moves with them, and whoever
     // hears of that finds no edit, and may begin one.
@@ -75,9 +71,17 @@ void NValueList::clValueControl::EndEdit(bool restart) {
     // 5.
     if (!owner || !committed)
         return;
-    owner->OnRowEdited(row);
+    const int index = owner->IndexOf(number);
+    if (index < 0)
+        return;
+    owner->OnRowEdited(index);
     if (restart)
         owner->EditSelection();
+}
+
+void NValueList::clValueControl::EndForGood() {
+    EndEdit(false);
+    Drop();
 }
 
 void NValueList::clValueControl::Drop() {
@@ -87,16 +91,23 @@ void NValueList::clValueControl::Drop() {
     Unbind();
     list = nullptr;
     listWindow = nullptr;
-    DestroyIfAny(lastEditor);
-    DestroyIfAny(lastButton);
+    for (HWND last : {lastEditor, lastButton})
+        if (last)
+            DestroyWindow(last);
 }
 
-void NValueList::clValueControl::FollowRow(int row) {
-    editRow = row;
-    if (!RowInEdit())
+bool NValueList::clValueControl::StandsOn(const NValueRow& row) const {
+    return (editor || button) && rowNumber_ == row.number;
+}
+
+void NValueList::clValueControl::FollowRow() {
+    const int row = list && (editor || button) ? list->IndexOf(rowNumber_) : NoRow;
+    if (row == NoRow)
         return;
+    if (editor)
+        editRow = row;
     MoveTo(editor, EditorTop(*list, listWindow, row, nameMode));
-    MoveTo(button, RowButtonTop(*list, listWindow, row));
+    MoveTo(button, EditorTop(*list, listWindow, row, false));
 }
 
 int NValueList::clValueControl::Commit() {
@@ -118,5 +129,5 @@ int NValueList::clValueControl::Commit() {
 }
 
 bool NValueList::clValueControl::IsOwnWindow(HWND window) const {
-    return window && (window == editor || window == button);
+    return window == editor || window == button;
 }

@@ -45,8 +45,8 @@ LRESULT NValueList::clValueControl::OnSubclassMessage(HWND window, UINT message,
     return 0;
 }
 
-// By the keys' rules; a row of one line told as such is one, too. This is
-// wanted.
+// By the keys' rules; a row of one line told as such is one, too, and each is
+// also while its name is edited in a field of one line. This is wanted.
 bool NValueList::clValueControl::IsMultiLineRow() const {
     const NValueRow* row = RowInEdit();
     return row && row->editLines != 0;
@@ -58,6 +58,7 @@ void NValueList::clValueControl::OnFocusLost(HWND window, HWND newFocus) {
     // doesn't begin at the start goes as well. This is wanted.
     if (row && row->kind == ComboEdit && SelectionOf(window).start > 0)
         SendMessageW(window, EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(L""));
+    // The field inside a combo box is no own window: wanted.
     if (!IsOwnWindow(newFocus) && newFocus != listWindow)
         EndEdit(true);
 }

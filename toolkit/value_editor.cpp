@@ -16,12 +16,14 @@ static_assert(FieldStyle == 0x50010080 && LinesStyle == 0x201044);
 static_assert(TypingComboStyle == 0x50210042 && ChoiceComboStyle == 0x50210003);
 static_assert(ButtonStyle == 0x50000000);
 
-constexpr int32_t ControlHeight = 21; // 96 dpi
+constexpr int32_t ControlHeight = 21; // 96 dpi; pixels in a list that counts in these
+// 96 dpi in any list, and the button's own text is in another font: wanted.
+constexpr int32_t ButtonFontHeight = 12;
+// Pixels on any screen: wanted.
 constexpr int32_t DropHeight = 200;
-constexpr int32_t ButtonFontHeight = 12; // 96 dpi
-constexpr int32_t ButtonRoom = 20;       // around its text
-constexpr int32_t EditorOutset = 5;      // to the left of where the value stands
-constexpr int32_t NameGap = 3;           // between the editor of a name and the value
+constexpr int32_t ButtonRoom = 20;  // around its text
+constexpr int32_t EditorOutset = 5; // to the left of where the value stands
+constexpr int32_t NameGap = 3;      // between the editor of a name and the value
 constexpr int32_t RightGap = 1;
 
 const NValueRow& RowOf(const ValueEdit& edit) {
@@ -166,20 +168,16 @@ HWND MakeRowButton(const ValueEdit& edit) {
     const int32_t end = row.valueWidth
                             ? ResolvePacked(row.valueX, itemWidth, item.left, 0) + row.valueWidth
                             : itemWidth;
-    const int32_t top = RowButtonTop(edit.list, edit.listBox, edit.row);
+    const int32_t top = EditorTop(edit.list, edit.listBox, edit.row, false);
     const RECT place = {end - width, top, end, top + HeightOfControls(edit.list)};
     return MakeChild(edit, L"BUTTON", 0, ButtonStyle, place, row.buttonText);
 }
 
-int32_t RowButtonTop(const NValueList& list, HWND listBox, int row) {
-    const RECT item = ItemRect(listBox, row);
-    return item.top + (item.bottom - item.top) / 2 - HeightOfControls(list) / 2;
-}
-
 int32_t EditorTop(const NValueList& list, HWND listBox, int row, bool forName) {
-    const int32_t top = RowButtonTop(list, listBox, row);
-    const int32_t lines = LinesOf(*list.RowAt(row), forName);
+    const RECT item = ItemRect(listBox, row);
     const int32_t height = HeightOfControls(list);
+    const int32_t top = item.top + (item.bottom - item.top) / 2 - height / 2;
+    const int32_t lines = LinesOf(*list.RowAt(row), forName);
     RECT client = {};
     GetClientRect(listBox, &client);
     return top + height * lines > client.bottom && lines > 1 ? top - height * (lines - 1) : top;

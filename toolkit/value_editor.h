@@ -33,6 +33,6 @@ HWND MakeValueEditor(const ValueEdit& edit);
 // The row's button, null if it has none or shows none.
 HWND MakeRowButton(const ValueEdit& edit);
 
-// Where the editor of `row` has its top edge, and its button.
+// Where the editor of `row` has its top edge; its button, which comes with that
+// of the value, has it there, too.
 int32_t EditorTop(const NValueList& list, HWND listBox, int row, bool forName);
-int32_t RowButtonTop(const NValueList& list, HWND listBox, int row);

@@ -27,11 +27,21 @@ LRESULT NValueList::OnSubclassMessage(HWND, UINT message, WPARAM wParam, LPARAM 
     case WM_MOUSEWHEEL:
         Invalidate();
         break;
+    case WM_LBUTTONDOWN:
+        // What a completion added goes with the focus. A list box whose edit
+        // began when the focus came to it takes itself to have it still, and
+        // wouldn't fetch it.
+        if (IsChild(listBox, GetFocus()))
+            SetFocus(listBox);
+        break;
     case WM_RBUTTONDOWN:
         // So a right press selects, too, and before its release is told.
         PostMessageW(listBox, WM_LBUTTONDOWN, wParam, lParam);
         break;
     case WM_RBUTTONUP: {
+        // The press that was posted has no release, and would keep the mouse.
+        if (GetCapture() == listBox)
+            ReleaseCapture();
         POINT cursor = {};
         GetCursorPos(&cursor);
         OnRowRightClick(cursor.x, cursor.y);
@@ -117,8 +127,11 @@ int NValueList::PageStep() const {
 
 void NValueList::OnEditorNotification(UINT code, HWND sender) {
     const NValueRow* row = RowAt(GetSelection());
-    if (!row || !control.IsOwnWindow(sender))
+    if (!row || !sender || !control.IsOwnWindow(sender))
         return;
+    // Whatever the button tells counts. A combo box that takes typing may tell
+    // of a choice before its text is that: the text is stored as it stands, and
+    // once more at the edit's end. Both are wanted.
     const bool isChange = sender == control.editor && !control.nameMode &&
                           (code == EN_CHANGE || code == CBN_SELCHANGE);
     const NValueRowCallback callback = sender == control.button ? row->onButton

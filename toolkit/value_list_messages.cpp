@@ -77,7 +77,7 @@ LRESULT NValueList::OnListNotification(UINT code) {
     const NString target = row->value; // the row may go while the shell works
     ShellExecuteW(listBox, nullptr, target.Text, nullptr, nullptr, SW_SHOWNORMAL);
     MessageBeep(MB_OK);
-    return 1;
+    return 1; // and yet not handled: wanted
 }
 
 // The list box gets the press only after this, so the row that was selected

@@ -57,11 +57,13 @@ int32_t CaptionWidth(const NValueList& list, const NValueRow& row, HDC dc) {
 
 int32_t ValueRoom(const NValueList& list, const NValueRow& row, const NDrawList::Text& value,
                   const DRAWITEMSTRUCT& item) {
+    // In the row's own coordinates, wherever it is painted.
     const int32_t width = SizeOf(item.rcItem).cx;
     const int32_t room = width - ResolvePacked(value.x, width, 0, 0);
     if (row.buttonText.IsEmpty() || (item.itemState & ODS_SELECTED))
         return room;
     const int32_t taken = CaptionWidth(list, row, item.hDC) + CaptionGap;
+    // Only here does the value's width count for what is painted: wanted.
     return (row.valueWidth ? row.valueWidth : room) - taken;
 }
 

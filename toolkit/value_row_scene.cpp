@@ -85,6 +85,8 @@ void AddName(NDrawList& scene, const NValueList& list, const NValueRowInit& init
     element.mask = RowNameShown;
     if (!HasMark(init)) {
         element.text = row.name;
+        // As packed values: with an anchor in one it is no width, and limits
+        // nothing. This is wanted.
         if (!row.value.IsEmpty())
             element.maxWidth = static_cast<int32_t>(row.valueX - row.nameX);
     }

@@ -343,6 +343,50 @@ TEST(ValueList, ARowThatGoesAboveTheEditedOneTakesItsEditUp) {
     EXPECT_EQ(dialog.list.rows[0]->value, L"b");
 }
 
+TEST(ValueList, AButtonWithoutAnEditorFollowsItsRow) {
+    ListDialog dialog;
+    dialog.Add(Plain, L"a");
+    NValueRowInit init;
+    init.buttonText = L"Add";
+    dialog.Add(init);
+    dialog.list.Select(1);
+    const HWND button = dialog.list.control.button;
+    ASSERT_TRUE(button);
+    dialog.list.DeleteRow(0);
+    EXPECT_EQ(dialog.list.control.button, button);
+    EXPECT_EQ(dialog.list.control.editRow, -1);
+    EXPECT_EQ(PlaceOf(button).top, dialog.ItemRect(0).top);
+}
+
+TEST(ValueList, ARowGoesThoughTheOwnerChangesOthersAsItsEditEnds) {
+    ListDialog dialog;
+    for (const wchar_t* name : {L"a", L"b", L"c"})
+        dialog.Add(Edit, name, name);
+    dialog.list.Select(2);
+    dialog.list.EditSelectionName(nullptr, false);
+    dialog.list.onRowEdited = [&](int) { dialog.list.DeleteRow(0); };
+    dialog.list.DeleteRow(2);
+    ASSERT_EQ(dialog.ItemCount(), 1);
+    EXPECT_EQ(dialog.list.rows[0]->name, L"b");
+}
+
+TEST(ValueList, ARowThatTheOwnerDeletesAsItsEditEndsTakesNoOtherWithIt) {
+    ListDialog dialog;
+    for (const wchar_t* name : {L"a", L"b", L"c"})
+        dialog.Add(Edit, name, name);
+    dialog.list.Select(1);
+    dialog.list.EditSelectionName(nullptr, false);
+    dialog.list.onRowEdited = [&](int row) {
+        dialog.list.onRowEdited = nullptr;
+        dialog.list.DeleteRow(row);
+        dialog.Add(Edit, L"d"); // perhaps where the one that went was
+    };
+    dialog.list.DeleteRow(1);
+    ASSERT_EQ(dialog.ItemCount(), 3);
+    EXPECT_EQ(dialog.list.rows[1]->name, L"c");
+    EXPECT_EQ(dialog.list.rows[2]->name, L"d");
+}
+
 TEST(ValueList, AddingARowCommitsTheEditThatRuns) {
     ListDialog dialog;
     dialog.Add(Edit, L"a", L"old");

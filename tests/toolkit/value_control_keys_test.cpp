@@ -88,6 +88,18 @@ TEST_F(ValueControlKeys, TheFocusMayGoToListBoxAndButton) {
     SetFocus(Control().button);
     SetFocus(dialog.list.listBox);
     EXPECT_EQ(Control().editor, editor);
+}
+
+// As it does when the user goes to another program.
+TEST_F(ValueControlKeys, TheFocusMayGoNowhereUnlessTheRowHasAButton) {
+    Begin(Edit);
+    const HWND editor = Control().editor;
+    EXPECT_EQ(Tell(WM_KILLFOCUS, 0), Left);
+    EXPECT_EQ(Control().editor, editor);
+
+    init.buttonText = L"View";
+    dialog.list.Clear();
+    Begin(Edit);
     EXPECT_EQ(Tell(WM_KILLFOCUS, 0), Left);
     EXPECT_FALSE(Control().editor);
 }
@@ -95,7 +107,7 @@ TEST_F(ValueControlKeys, TheFocusMayGoToListBoxAndButton) {
 TEST_F(ValueControlKeys, TheFocusThatGoesFromANameStartsTheValue) {
     Begin(Edit);
     dialog.list.EditSelectionName(nullptr, false);
-    EXPECT_EQ(Tell(WM_KILLFOCUS, 0), Left);
+    EXPECT_EQ(Tell(WM_KILLFOCUS, reinterpret_cast<WPARAM>(dialog.Button())), Left);
     EXPECT_EQ(dialog.list.edited, std::vector<int>({1}));
     EXPECT_TRUE(Control().editor);
     EXPECT_EQ(Control().nameMode, 0);

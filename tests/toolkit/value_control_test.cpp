@@ -312,6 +312,18 @@ TEST_F(ValueControl, AnEditorOfSeveralLinesThatWouldEndBelowTheListGoesUp) {
     EXPECT_EQ(expected.bottom, dialog.ItemRect(9).bottom);
 }
 
+TEST_F(ValueControl, TheButtonOfAnEditorThatWentUpStandsAtItsTop) {
+    for (int row = 0; row < 9; ++row)
+        dialog.Add(Plain, L"x");
+    init.editLines = 3;
+    init.buttonText = L"View";
+    const auto made = SelectNew(Edit);
+    ASSERT_EQ(made.size(), 2u);
+    EXPECT_EQ(made[1].place.top, made[0].place.top);
+    EXPECT_EQ(made[1].place.bottom - made[1].place.top, ControlHeight);
+    EXPECT_LT(made[1].place.top, dialog.ItemRect(9).top);
+}
+
 TEST_F(ValueControl, OneLineToldAsSuchIsAPlainField) {
     for (int row = 0; row < 12; ++row)
         dialog.Add(Plain, L"x"); // the last one is cut off
@@ -374,8 +386,9 @@ TEST_F(ValueControl, WithoutAWindowThereIsNoEditAndTheListBoxHasTheFocus) {
     EXPECT_EQ(Row(0).value, L"Value");
 }
 
+// Null is the button that isn't there: wanted.
 TEST_F(ValueControl, OwnWindowsAreEditorAndButton) {
-    EXPECT_FALSE(Control().IsOwnWindow(nullptr));
+    EXPECT_TRUE(Control().IsOwnWindow(nullptr));
     init.buttonText = L"View";
     SelectNew(ComboEdit);
     EXPECT_TRUE(Control().IsOwnWindow(Control().editor));
@@ -499,13 +512,62 @@ TEST_F(ValueControl, WithNothingSelectedEditSelectionEndsTheEdit) {
     EXPECT_EQ(Row(0).value, L"New");
 }
 
-TEST_F(ValueControl, EditSelectionHasListAndEditorPaintedAnew) {
-    SelectNew(Edit);
+TEST_F(ValueControl, EditSelectionHasTheListPaintedAnew) {
+    SelectNew(Plain);
     HandlePosted();
     ValidateRect(dialog.list.listBox, nullptr);
     dialog.list.EditSelection();
+    RECT client = {};
+    GetClientRect(dialog.list.listBox, &client);
+    RECT update = {};
+    EXPECT_TRUE(GetUpdateRect(dialog.list.listBox, &update, FALSE));
+    EXPECT_EQ(update, client);
+}
+
+TEST_F(ValueControl, AScrollHasListAndEditorPaintedAnew) {
+    SelectNew(Edit);
+    UpdateWindow(Control().editor);
+    HandlePosted();
+    ValidateRect(dialog.list.listBox, nullptr);
+    ASSERT_FALSE(GetUpdateRect(Control().editor, nullptr, FALSE));
+    SendMessageW(dialog.list.listBox, WM_VSCROLL, SB_ENDSCROLL, 0);
     EXPECT_TRUE(GetUpdateRect(dialog.list.listBox, nullptr, FALSE));
     EXPECT_TRUE(GetUpdateRect(Control().editor, nullptr, FALSE));
+}
+
+// What the owner does as the focus comes to the new editor.
+TEST_F(ValueControl, AButtonIsThatOfItsRowThoughOneAboveGoesMeanwhile) {
+    dialog.Add(Edit, L"first");
+    init.buttonText = L"View";
+    init.kind = Edit;
+    dialog.Add(init);
+    SetFocus(dialog.Button());
+    dialog.beforeMessage = [&](UINT message, WPARAM wParam, LPARAM) {
+        if (message == WM_COMMAND && HIWORD(wParam) == BN_KILLFOCUS && dialog.ItemCount() == 2)
+            dialog.list.DeleteRow(0);
+    };
+    SetWindowLongPtrW(dialog.Button(), GWL_STYLE,
+                      GetWindowLongPtrW(dialog.Button(), GWL_STYLE) | BS_NOTIFY);
+    dialog.list.Select(1);
+    ASSERT_EQ(dialog.ItemCount(), 1);
+    EXPECT_EQ(Control().editRow, 0);
+    ASSERT_TRUE(Control().button);
+    EXPECT_EQ(PlaceOf(Control().button).top, dialog.ItemRect(0).top);
+}
+
+TEST_F(ValueControl, TheOwnerHearsOfTheRowWhereItStandsAsTheEditEnds) {
+    dialog.Add(Edit, L"first");
+    SelectNew(Edit);
+    EditName(nullptr, false);
+    dialog.beforeMessage = [&](UINT message, WPARAM wParam, LPARAM lParam) {
+        const bool isOfList = reinterpret_cast<HWND>(lParam) == dialog.list.listBox;
+        if (message == WM_COMMAND && isOfList && HIWORD(wParam) == LBN_SETFOCUS &&
+            dialog.ItemCount() == 2)
+            dialog.list.DeleteRow(0);
+    };
+    dialog.list.EndEdit(false);
+    ASSERT_EQ(dialog.ItemCount(), 1);
+    EXPECT_EQ(dialog.list.edited, std::vector<int>({0}));
 }
 
 TEST_F(ValueControl, SelectGoesFromOneEditToTheOther) {

@@ -86,11 +86,31 @@ TEST_F(ValueListKeys, TheFocusThatGoesElsewhereEndsTheEdit) {
     EXPECT_EQ(Value(0), L"new");
 }
 
-TEST_F(ValueListKeys, TheFocusThatGoesNowhereEndsTheEditAndANameGoesOn) {
+TEST_F(ValueListKeys, TheFocusThatGoesNowhereLeavesTheEdit) {
+    dialog.Add(Edit, L"n", L"v");
+    dialog.list.Select(0);
+    const HWND editor = Control().editor;
+    EXPECT_FALSE(Tell(WM_KILLFOCUS, 0));
+    EXPECT_EQ(Control().editor, editor);
+}
+
+TEST_F(ValueListKeys, ACommandOfNoWindowIsNotTheButtons) {
+    NValueRowInit init;
+    static int presses;
+    presses = 0;
+    init.onButton = [](NValueList&) { ++presses; };
+    dialog.Add(init);
+    dialog.list.Select(0);
+    ASSERT_EQ(Control().button, nullptr);
+    SendMessageW(dialog.list.listBox, WM_COMMAND, 1, 0);
+    EXPECT_EQ(presses, 0);
+}
+
+TEST_F(ValueListKeys, TheFocusThatGoesElsewhereEndsANamesEditAndItsValueGoesOn) {
     dialog.Add(Edit, L"n", L"v");
     dialog.list.Select(0);
     dialog.list.EditSelectionName(nullptr, false);
-    Tell(WM_KILLFOCUS, 0);
+    Tell(WM_KILLFOCUS, reinterpret_cast<WPARAM>(dialog.Button()));
     EXPECT_EQ(dialog.list.edited, std::vector<int>({0}));
     EXPECT_TRUE(Control().editor);
     EXPECT_EQ(Control().nameMode, 0);
@@ -403,6 +423,7 @@ TEST_F(ValueListKeys, TheRightButtonSelectsTheRowBeforeItsReleaseIsTold) {
     EXPECT_EQ(dialog.list.rightClicks[0].x, 321);
     EXPECT_EQ(dialog.list.rightClicks[0].y, 123);
     EXPECT_EQ(dialog.list.rightClicked, std::vector<int>({1}));
+    EXPECT_NE(GetCapture(), dialog.list.listBox); // the next press is anybody's
 }
 
 TEST_F(ValueListKeys, ARightReleaseIsNotConsumed) {

@@ -99,6 +99,7 @@ protected:
 };
 
 TEST_F(ValueListPicture, ASelectionChangesItsRowAndNoOther) {
+    std::filesystem::create_directories(Pictures);
     const Picture unselected = Show(-1);
     ASSERT_TRUE(SavePicture(Pictures / "value-list-none.bmp", unselected));
     const int last = dialog.list.rows.Count() - 1;
