@@ -41,12 +41,31 @@ void EnableIf(NButton& button, bool condition) {
 void OnViewArtButton(NValueList&) {}
 void OnAddArtButton(NValueList&) {}
 
+// Keeps a list box from drawing to the end of the scope, which then draws it
+// once: each row by itself would have the scroll bar drawn anew.
+class HeldDrawing {
+public:
+    explicit HeldDrawing(HWND list) : list_(list) { SendMessageW(list_, WM_SETREDRAW, FALSE, 0); }
+    ~HeldDrawing() {
+        if (!IsWindow(list_)) // null would have all windows drawn
+            return;
+        SendMessageW(list_, WM_SETREDRAW, TRUE, 0);
+        InvalidateRect(list_, nullptr, TRUE);
+    }
+    HeldDrawing(const HeldDrawing&) = delete;
+    HeldDrawing& operator=(const HeldDrawing&) = delete;
+
+private:
+    HWND list_;
+};
+
 void ValueChanged(NValueList& list) {
     static_cast<clIDTagPage*>(list.owner)->OnRowValueChanged();
 }
 } // namespace
 
 void clIDTagPage::BuildRows() {
+    const HeldDrawing held(ValueList.listBox);
     // 1.
     ValueList.Clear();
     // 2.
