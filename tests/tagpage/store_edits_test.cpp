@@ -114,6 +114,15 @@ TEST_F(StoreEdits, InOneFileAMarkIsKeptAndTellsNobody) {
     EXPECT_EQ(Combined(), Texts{L"Title=Same"});
 }
 
+TEST_F(StoreEdits, InOneForAllTwoRowsOfANameStayTwoAndTheLastGoesToTheFiles) {
+    OpenTwo({}, {});
+    Page().AddTextRow(L"mood", L"glad");
+    Page().AddTextRow(L"mood", L"sad");
+    Page().StoreEdits();
+    EXPECT_EQ(Combined(), (Texts{L"mood=glad", L"mood=sad"}));
+    EXPECT_EQ(SetTexts(A), Texts{L"mood=sad"});
+}
+
 // From view to view.
 
 TEST_F(StoreEdits, AValueForAllIsSeenInEachFile) {

@@ -187,7 +187,11 @@ TEST_F(TagPage, TheTickWipesTheWords) {
     window_.WaitForReading();
     ValidateRect(window_.Dialog(), nullptr);
     window_.Tick();
-    EXPECT_TRUE(GetUpdateRect(window_.Dialog(), nullptr, FALSE));
+    RECT client = {};
+    RECT update = {};
+    GetClientRect(window_.Dialog(), &client);
+    GetUpdateRect(window_.Dialog(), &update, FALSE);
+    EXPECT_TRUE(EqualRect(&update, &client));
 }
 
 TEST_F(TagPage, ShowsWordsWhileItReads) {
@@ -212,6 +216,14 @@ TEST_F(TagPage, ShowsWordsWhileItReads) {
     window_.WaitForReading();
     Redraw();
     EXPECT_EQ(TakeDrawnTexts(), Texts());
+}
+
+TEST_F(TagPage, OpensAtTheFirstFile) {
+    AddFile(A);
+    AddFile(B);
+    Page().CurrentFile = 1;
+    window_.OpenAndRead();
+    EXPECT_EQ(Page().CurrentFile, 0);
 }
 
 // The sets.
