@@ -39,9 +39,9 @@ LRESULT NValueList::OnSubclassMessage(HWND, UINT message, WPARAM wParam, LPARAM 
         PostMessageW(listBox, WM_LBUTTONDOWN, wParam, lParam);
         break;
     case WM_RBUTTONUP: {
-        // The press that was posted has no release, and would keep the mouse.
-        if (GetCapture() == listBox)
-            ReleaseCapture();
+        // The press that was posted has its release, too: a list box without
+        // it keeps the mouse, and tells of no selection.
+        PostMessageW(listBox, WM_LBUTTONUP, wParam, lParam);
         POINT cursor = {};
         GetCursorPos(&cursor);
         OnRowRightClick(cursor.x, cursor.y);

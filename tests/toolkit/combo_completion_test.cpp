@@ -125,6 +125,15 @@ TEST_F(ComboCompletion, LeavingByTheMouseRemovesWhatWasCompleted) {
     EXPECT_EQ(dialog.list.GetSelection(), 1);
 }
 
+TEST_F(ComboCompletion, LeavingByTheMouseDoesSoAlsoWhenTheEditBeganWithTheFocus) {
+    SetFocus(dialog.Button());
+    SetFocus(dialog.list.listBox);
+    Type(L"ro");
+    dialog.Click(1);
+    EXPECT_EQ(Value(), L"ro");
+    EXPECT_EQ(dialog.list.GetSelection(), 1);
+}
+
 TEST_F(ComboCompletion, LeavingByTabRemovesWhatWasCompleted) {
     Type(L"ro");
     PostMessageW(Field(), WM_KEYDOWN, VK_TAB, 1);
