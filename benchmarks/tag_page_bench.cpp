@@ -143,10 +143,12 @@ public:
     BareList& operator=(const BareList&) = delete;
 
     void Fill(int rows) {
+        SendMessageW(list_, WM_SETREDRAW, FALSE, 0);
         SendMessageW(list_, LB_RESETCONTENT, 0, 0);
         for (int row = 0; row < rows; ++row)
             SendMessageW(list_, LB_INSERTSTRING, static_cast<WPARAM>(row),
                          reinterpret_cast<LPARAM>(L"element: Some text of a usual length"));
+        SendMessageW(list_, WM_SETREDRAW, TRUE, 0);
     }
 
 private:
