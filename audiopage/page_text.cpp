@@ -1,13 +1,8 @@
 #include "audiopage/page_text.h"
 
-#include "toolkit/device_contexts.h"
-
-namespace {
-constexpr int UsualDpi = 96;
-}
+#include "toolkit/dpi.h"
 
 void SelectPageFont(NFont& font, HDC dc, int height, COLORREF colour, bool italic) {
-    const int scaled = height * GetDeviceCaps(NWindowDC().dc, LOGPIXELSY) / UsualDpi;
-    font.Create(dc, nullptr, scaled, colour, 0, false, italic);
+    font.Create(dc, nullptr, ScaleToLines(height), colour, 0, false, italic);
     font.Select(dc);
 }

@@ -23,12 +23,14 @@ void ReadPresent(const NString& path, clTagRecord& present) {
     // 3.3.
     NBuffer reply;
     RunGetAudioInf(path.Text, reply);
-    // 3.4.
+    // 3.4. Nothing is filtered out here: wanted.
     if (reply.Size > 0)
         present.Deserialise(reply.Data, static_cast<int>(reply.Size));
     RatingsToDisplay(present);
 }
 
+// Each path begins with a line end, so that an empty line is above the first:
+// wanted.
 void ShowFailures(const NString& failures) {
     NString text(L"Unable to write ID Tags for:\r\n");
     text.Append(failures);
@@ -51,11 +53,12 @@ void clIDTagPage::Commit() {
         if (set.Name != CombinedName)
             CommitFile(set, failures);
     }
-    // 4. The window may go meanwhile, and the sets with it.
+    // 5. A file that failed has its deletions behind it, too: wanted. The user
+    // may ask for others while the box of step 4 stands.
+    ForgetDeletions();
+    // 4. The window may go meanwhile, and the rows with it.
     if (!failures.IsEmpty())
         ShowFailures(failures);
-    // 5. A file that failed has its deletions behind it, too: wanted.
-    ForgetDeletions();
     // 6.
     LearnGenres();
 }
@@ -77,6 +80,7 @@ void clIDTagPage::CommitFile(clTagSet& set, NString& failures) {
         failures.Append(L"\r\n  ");
         failures.Append(set.Name);
     }
+    // Also if it failed: wanted.
     SHChangeNotify(SHCNE_UPDATEITEM, SHCNF_PATHW, set.Name.Text, nullptr);
 }
 
@@ -88,7 +92,8 @@ void clIDTagPage::ForgetDeletions() {
     }
 }
 
-// What the rows say as they stand, DifferentMark too: wanted.
+// What the rows say as they stand, DifferentMark too; and the name is spelt so:
+// wanted.
 void clIDTagPage::LearnGenres() {
     for (int index = 0; index < ValueList.rows.Count(); ++index) {
         const NValueRow& row = *ValueList.rows[index];

@@ -15,29 +15,14 @@ constexpr UINT LookMs = 250;
 constexpr wchar_t ReadingText[] = L"<reading files>";
 constexpr int ReadingY = 100;     // dialog units
 constexpr int ReadingHeight = 25; // of a screen with 96 to the inch
-constexpr int UsualDpi = 96;
-
-// The list in dialog units.
-constexpr int ListX = 7;
-constexpr int ListY = 6;
-constexpr int ListWidth = 220;
-constexpr int ListHeight = 230;
-// Its columns and its rows, 96 to the inch.
-constexpr uint32_t NameX = 28;
-constexpr uint32_t NarrowValueX = 80;
-constexpr uint32_t WideValueX = 150;
-constexpr int WidePage = 501; // pixels
-constexpr uint32_t RowHeight = 21;
-constexpr int TextHeight = 13;
 
 void ReadAllFiles(NEvent& stop, void* page) {
     static_cast<clIDTagPage*>(page)->ReadFiles(stop);
 }
 
 void DrawReading(HDC dc, HWND page) {
-    const int dpi = GetDeviceCaps(NWindowDC().dc, LOGPIXELSY);
     NFont font;
-    font.Create(dc, nullptr, ReadingHeight * dpi / UsualDpi, 0);
+    font.Create(dc, nullptr, ScaleToLines(ReadingHeight), 0);
     font.Select(dc);
     RECT client = {};
     GetClientRect(page, &client);
@@ -49,9 +34,13 @@ void DrawReading(HDC dc, HWND page) {
 clIDTagPage::clIDTagPage()
     : calls_(this, [](void* page) { delete static_cast<clIDTagPage*>(page); }) {}
 
-// The thread writes into lists that would be destroyed before it.
+// The thread writes into lists, and the controls count their calls, that would
+// be destroyed before them.
 clIDTagPage::~clIDTagPage() {
+    isClosed_ = true;
     ReadThread.Close();
+    ButtonGroup.Destroy();
+    ValueList.Destroy();
 }
 
 void clIDTagPage::CreateControls(bool standAlone) {
@@ -73,6 +62,7 @@ void clIDTagPage::CreateControls(bool standAlone) {
     if (!IsReading() && TagSets.Count() == 0)
         StartReading();
     SetTimer(PageWindow, LookTimer, LookMs, nullptr);
+    hasStarted_ = true;
 }
 
 bool clIDTagPage::IsReading() const {
@@ -143,8 +133,8 @@ void clIDTagPage::OnPaint() {
 
 // Any timer will do.
 void clIDTagPage::OnTimer() {
-    // 1.
-    if (ControlsReady || isClosed_)
+    // 1. Before the start there is no thread either.
+    if (ControlsReady || isClosed_ || !hasStarted_)
         return;
     // 2.
     if (IsReading())
@@ -163,14 +153,6 @@ void clIDTagPage::OnTimer() {
     cmdOptMenu.Enable();
     // 8.
     LayoutControls();
-}
-
-void clIDTagPage::CreateList() {
-    RECT client = {};
-    GetClientRect(PageWindow, &client);
-    const uint32_t valueX = client.right < WidePage ? NarrowValueX : WideValueX;
-    ValueList.Create(ListX, ListY, ListWidth, ListHeight, PageWindow, NameX, valueX, RowHeight,
-                     TextHeight, TextHeight, false);
 }
 
 void clIDTagPage::OnDestroy() {

@@ -98,7 +98,8 @@ public:
     // The list's events.
     void OnSelChange();
     void OnRowEdited(int row);
-    void OnRowValueChanged();
+    // The onChange of each text row.
+    static void OnRowValueChanged(NValueList& list);
 
     class _ValueList : public NValueList {
     public:
@@ -147,7 +148,10 @@ public:
         void OnClick(bool isRight) override;
     };
     // No window is ever made for it.
-    class _cmdOptMenu : public PageButton {};
+    class _cmdOptMenu : public PageButton {
+    public:
+        void OnClick(bool) override {}
+    };
 
     NStringList Files; // paths, sorted by text without regard to case
     NThread ReadThread;
@@ -187,9 +191,10 @@ private:
 
     void AddTitleRow();
     void AddNoTagsRow();
-    void AddFixedRow(const wchar_t* name);
-    void AddOtherRows();
-    void AddArtRows();
+    void AddFixedRow(clTagRecord& tags, const wchar_t* name);
+    void AddOtherRows(clTagRecord& tags);
+    void AddArtRows(clTagRecord& tags);
+    void TellOfValue();
     static void FillTextRow(NValueRowInit& row, const NString& name, const NString& value);
 
     void StoreRow(const NValueRow& row, clTagRecord& view);
@@ -205,6 +210,7 @@ private:
     void ClearFile();
     void ClearAll();
 
-    bool isClosed_ = false; // from WM_DESTROY on
+    bool hasStarted_ = false; // CreateControls has come to its end
+    bool isClosed_ = false;   // from WM_DESTROY on
     NCallCount calls_;
 };

@@ -13,6 +13,16 @@ constexpr int PageHeight = 250;
 constexpr int ButtonsY = 238; // until they are laid out
 constexpr int ListX = 7;
 constexpr int ListY = 6;
+constexpr int ListWidth = 220;
+constexpr int ListHeight = 230;
+// Its columns and its rows, 96 to the inch.
+constexpr uint32_t NameX = 28;
+constexpr uint32_t NarrowValueX = 80;
+constexpr uint32_t WideValueX = 150;
+constexpr int WidePage = 501; // pixels
+constexpr uint32_t RowHeight = 21;
+constexpr int TextHeight = 13;
+
 // Pixels above the page's lower edge.
 constexpr int ButtonsHeight = 20;
 constexpr int ListGap = 23;
@@ -90,6 +100,14 @@ void clIDTagPage::MakeButtons() {
 std::array<NButton*, 9> clIDTagPage::Buttons() {
     return {&cmdSkipFirst, &cmdSkipPrev, &cmdViewSingle, &cmdSkipNext, &cmdSkipLast,
             &cmdAdd,       &cmdRemove,   &cmdClear,      &cmdOptMenu};
+}
+
+void clIDTagPage::CreateList() {
+    RECT client = {};
+    GetClientRect(PageWindow, &client);
+    const uint32_t valueX = client.right < WidePage ? NarrowValueX : WideValueX;
+    ValueList.Create(ListX, ListY, ListWidth, ListHeight, PageWindow, NameX, valueX, RowHeight,
+                     TextHeight, TextHeight, false);
 }
 
 void clIDTagPage::LayoutControls() {

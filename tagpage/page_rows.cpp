@@ -12,6 +12,7 @@ constexpr uint32_t RowNameX = 6;
 constexpr uint32_t AddArtX = 8;
 constexpr int AddArtWidth = 100;
 constexpr int LastArtNumber = 99;
+constexpr int MostOtherRows = 1000;
 
 // Shown whether or not the tag has them. Not the order of the names that are
 // offered for a new element, and not meant to become it.
@@ -59,9 +60,6 @@ private:
     HWND list_;
 };
 
-void ValueChanged(NValueList& list) {
-    static_cast<clIDTagPage*>(list.owner)->OnRowValueChanged();
-}
 } // namespace
 
 void clIDTagPage::BuildRows() {
@@ -70,17 +68,19 @@ void clIDTagPage::BuildRows() {
     ValueList.Clear();
     // 2.
     AddTitleRow();
-    // 3. and 4.
-    if (CurrentTags().Count() == 0)
+    // 3.
+    clTagRecord& tags = CurrentTags();
+    // 4.
+    if (tags.Count() == 0)
         AddNoTagsRow();
     // 5.
     for (const wchar_t* name : FixedNames)
-        AddFixedRow(name);
+        AddFixedRow(tags, name);
     // 6. and 7.
-    AddOtherRows();
+    AddOtherRows(tags);
     // 8. to 12.
     if (SingleView())
-        AddArtRows();
+        AddArtRows(tags);
 }
 
 void clIDTagPage::AddTitleRow() {
@@ -96,15 +96,14 @@ void clIDTagPage::AddTitleRow() {
 void clIDTagPage::AddNoTagsRow() {
     NValueRowInit row;
     row.kind = Plain;
-    row.name = L"  <Contains no ID-Tags>";
+    row.name = L"  <Contains no ID-Tags>"; // with its blanks: wanted
     row.nameBold = true;
     row.nameX = RowNameX;
     row.tag = RowTagNoTags;
     ValueList.AddRow(row);
 }
 
-void clIDTagPage::AddFixedRow(const wchar_t* name) {
-    clTagRecord& tags = CurrentTags();
+void clIDTagPage::AddFixedRow(clTagRecord& tags, const wchar_t* name) {
     for (int index = 0; index < tags.Count(); ++index) {
         const clTagElement& element = *tags[index];
         if (IsText(element) && element.Name.Compare(name, 0, true) == 0) {
@@ -115,10 +114,11 @@ void clIDTagPage::AddFixedRow(const wchar_t* name) {
     AddTextRow(name, L"");
 }
 
-void clIDTagPage::AddOtherRows() {
-    clTagRecord& tags = CurrentTags();
+void clIDTagPage::AddOtherRows(clTagRecord& tags) {
     // 6. A name that is there twice stands in the list twice, and so its
-    // elements have two rows each: wanted.
+    // elements have two rows each: wanted. Each row is stored, and so has as
+    // many more the next time; without a limit that would end in a shell that
+    // answers nobody. What has no row stays in the file as it is.
     NStringList names;
     for (int index = 0; index < tags.Count(); ++index) {
         const clTagElement& element = *tags[index];
@@ -127,16 +127,19 @@ void clIDTagPage::AddOtherRows() {
     }
     names.SortByText(true);
     // 7. By then their data aren't looked at any more: wanted.
-    for (int name = 0; name < names.Count; ++name) {
-        for (int index = 0; index < tags.Count(); ++index) {
+    int room = MostOtherRows;
+    for (int name = 0; name < names.Count && room > 0; ++name) {
+        for (int index = 0; index < tags.Count() && room > 0; ++index) {
             const clTagElement& element = *tags[index];
-            if (element.Name == *names[name])
-                AddTextRow(element.Name, element.Value);
+            if (element.Name != *names[name])
+                continue;
+            AddTextRow(element.Name, element.Value);
+            --room;
         }
     }
 }
 
-void clIDTagPage::AddArtRows() {
+void clIDTagPage::AddArtRows(clTagRecord& tags) {
     // 9.
     ValueList.AddRow(NValueRowInit());
     // 10.
@@ -148,7 +151,7 @@ void clIDTagPage::AddArtRows() {
     ValueList.AddRow(heading);
     // 11. A gap in the numbers hides the pictures behind it: wanted.
     NString description;
-    for (int number = 1; number <= LastArtNumber && CurrentTags().FindAlbumArt(number, description);
+    for (int number = 1; number <= LastArtNumber && tags.FindAlbumArt(number, description);
          ++number) {
         NValueRowInit art;
         art.kind = Plain;
@@ -190,7 +193,7 @@ void clIDTagPage::FillTextRow(NValueRowInit& row, const NString& name, const NSt
     row.value = value;
     row.nameX = RowNameX;
     row.tag = RowTagText;
-    row.onChange = ValueChanged;
+    row.onChange = OnRowValueChanged;
 }
 
 void clIDTagPage::RefreshView() {
@@ -206,4 +209,6 @@ void clIDTagPage::RefreshView() {
     EnableIf(cmdSkipPrev, stepping && CurrentFile != 0);
     EnableIf(cmdSkipNext, stepping && CurrentFile != Files.Count - 1);
     EnableIf(cmdSkipLast, stepping && CurrentFile != Files.Count - 1);
+    // Remove stays as the last selection left it: wanted. It does nothing while
+    // no row is selected.
 }

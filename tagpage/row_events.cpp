@@ -7,7 +7,7 @@
 
 namespace {
 constexpr int AtEnd = -1;
-// Above it are the title and what else no heading follows.
+// Up to it no heading is looked for: wanted.
 constexpr int LastIndexOfNoHeading = 2;
 
 bool IsElement(const NValueRow& row) {
@@ -42,7 +42,9 @@ void AddOnce(NStringList& names, const NString& name) {
 bool DeleteElementRows(NValueList& list) {
     bool deleted = false;
     for (int index = list.rows.Count() - 1; index >= 0; --index) {
-        if (!IsElement(*list.rows[index]))
+        // The end of a row's edit may take others along.
+        const NValueRow* row = list.rows[index];
+        if (!row || !IsElement(*row))
             continue;
         list.DeleteRow(index);
         deleted = true;
@@ -91,7 +93,11 @@ void clIDTagPage::OnRowEdited(int row) {
         ValueList.DeleteRow(row);
 }
 
-void clIDTagPage::OnRowValueChanged() {
+void clIDTagPage::OnRowValueChanged(NValueList& list) {
+    static_cast<clIDTagPage*>(list.owner)->TellOfValue();
+}
+
+void clIDTagPage::TellOfValue() {
     const NValueRow* row = IsInUse() ? ValueList.rows[ValueList.GetSelection()] : nullptr;
     if (!row)
         return;
@@ -109,7 +115,9 @@ void clIDTagPage::AddElementRow() {
         return;
     // 1.
     BlankNoTagsRow();
-    // 2. If the value is left like this it is stored like any other: wanted.
+    // 2. If the value is left like this it is stored like any other, and the
+    // row has no choices, nor is its value learned, whatever it gets called:
+    // wanted.
     NValueRowInit row;
     FillTextRow(row, EditMark, EditMark);
     // 3.
@@ -157,6 +165,8 @@ void clIDTagPage::RemoveFromFile(const NString& name) {
     MarkDifferent(CombinedSet().Tags, name);
 }
 
+// Those that lack the element get the deletion as well, and the combined set,
+// for which nothing is ever deleted: wanted.
 void clIDTagPage::RemoveFromAll(const NString& name) {
     for (int index = 0; index < TagSets.Count(); ++index) {
         clTagSet& set = *TagSets[index];
@@ -193,6 +203,7 @@ void clIDTagPage::ClearFile() {
     set.Tags.Clear();
 }
 
+// The combined set as well: wanted.
 void clIDTagPage::ClearAll() {
     for (int index = 0; index < TagSets.Count(); ++index) {
         clTagSet& set = *TagSets[index];

@@ -69,6 +69,7 @@ void clIDTagPage::StoreInFiles(const NString& name, const NString& value) {
         clTagSet& set = *TagSets[index];
         if (set.Name == CombinedName)
             continue;
+        // Also one that has data: wanted.
         if (clTagElement* element = set.Tags.Find(name.Text))
             element->Value = value;
         else

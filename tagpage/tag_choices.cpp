@@ -11,6 +11,7 @@ struct NamedChoices {
     TagChoices choices;
 };
 
+// Spelt so: wanted; capitals don't count.
 constexpr NamedChoices RowsWithChoices[] = {
     {L"tRack", TagChoices::Track},
     {L"yEar", TagChoices::Year},

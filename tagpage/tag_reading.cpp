@@ -4,14 +4,20 @@
 #include "tagpage/rating_forms.h"
 
 namespace {
-// False if there is nothing in the reply.
+// False if there is nothing in the reply. A tag that is taken in part, since
+// memory came to its end, would be written back like that: it is none.
 bool TakeTags(const NBuffer& reply, clTagRecord& tags) {
     if (reply.Size == 0)
         return false;
-    tags.Deserialise(reply.Data, static_cast<int>(reply.Size));
-    RatingsToDisplay(tags);
-    tags.RemoveSpecial(clTagRecord::KeepAlbumArt);
-    return true;
+    try {
+        tags.Deserialise(reply.Data, static_cast<int>(reply.Size));
+        RatingsToDisplay(tags);
+        tags.RemoveSpecial(clTagRecord::KeepAlbumArt);
+        return true;
+    } catch (...) {
+        tags.Clear();
+        throw;
+    }
 }
 } // namespace
 

@@ -15,6 +15,7 @@ NString ShortName(const NString& path) {
 }
 } // namespace
 
+// The blank at its end is wanted, as below.
 NString TitleOfFile(const NString& path, int index, int count) {
     NString title(L"Tonewright: '");
     title.Append(ShortName(path));

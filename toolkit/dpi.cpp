@@ -26,6 +26,10 @@ int32_t ScaleToDpi(int32_t value) {
     return static_cast<int32_t>(int64_t{value} * pixels / UsualDpi);
 }
 
+int32_t ScaleToLines(int32_t value) {
+    return value * GetDeviceCaps(NWindowDC().dc, LOGPIXELSY) / UsualDpi;
+}
+
 int32_t DialogUnitsX(int32_t value, HWND dialog) {
     RECT rect = {value, 1, 1, 1};
     MapDialogRect(dialog, &rect);

@@ -255,6 +255,25 @@ TEST_F(Commit, FailedWritesAreToldInOneBox) {
     EXPECT_EQ(tags_.Asked(B), (Texts{L"read", L"set Title=New"}));
 }
 
+TEST_F(Commit, WhatIsRemovedWhileTheBoxIsUpIsDeletedAtTheNext) {
+    AddFile(A, {{L"Artist", L"Old"}, {L"Title", L"One"}});
+    window_.OpenAndRead();
+    tags_.RefuseToStart(TagRequestKind::Set, A);
+    window_.Type(L"Title", L"New");
+    MessageBoxDriver driver;
+    driver.beforeAnswer = [this](size_t) {
+        List().Select(window_.RowOf(L"Artist"));
+        Page().cmdRemove.OnClick(false);
+    };
+    window_.Apply();
+    ASSERT_EQ(driver.Boxes().size(), 1u);
+    EXPECT_EQ(tags_.Count(TagRequestKind::Delete), 0);
+    driver.beforeAnswer = [](size_t) {};
+    window_.Apply();
+    EXPECT_EQ(tags_.Count(TagRequestKind::Delete), 1);
+    EXPECT_EQ(tags_.ValueOf(A, L"Artist"), L"(none)");
+}
+
 TEST_F(Commit, AFileThatCannotBeReadGetsAllElements) {
     OpenOne({{L"Title", L"One"}, {L"mood", L"glad"}});
     tags_.SetNoReply(A);

@@ -137,6 +137,22 @@ TEST_F(PageRows, OfANameThatIsThereTwiceAreFour) {
     EXPECT_EQ(TextRows(), WithOthers({L"mood=glad", L"mood=sad", L"mood=glad", L"mood=sad"}));
 }
 
+// Four, sixteen, two hundred and fifty-six, ...
+TEST_F(PageRows, OfANameThatIsThereTwiceDoNotGrowWithoutEnd) {
+    constexpr int most = 1000;
+    AddFile(A, {{L"Mood", L"One"}, {L"Mood", L"Two"}, {L"Zest", L"Three"}});
+    AddFile(B);
+    window_.OpenAndRead();
+    for (int visit = 0; visit < 6; ++visit) {
+        ShowSingle();
+        EXPECT_LE(List().rows.Count(), most + 12);
+        ShowSingle();
+    }
+    window_.Apply();
+    EXPECT_EQ(tags_.ValueOf(A, L"Zest"), L"Three");
+    EXPECT_NE(tags_.ValueOf(A, L"Mood"), L"(none)");
+}
+
 TEST_F(PageRows, OfANameInTwoSpellingsAreTwo) {
     OpenOne({{L"mood", L"glad"}, {L"MOOD", L"sad"}});
     Texts rows = TextRows();

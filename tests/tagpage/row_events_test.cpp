@@ -275,7 +275,7 @@ TEST_F(RowEvents, APickedChoiceIsAChange) {
 
 TEST_F(RowEvents, WithoutASelectionNothingHasChanged) {
     OpenOne({});
-    Page().OnRowValueChanged();
+    clIDTagPage::OnRowValueChanged(List());
     EXPECT_EQ(window_.TakeChanges(), 0);
 }
 

@@ -173,6 +173,17 @@ TEST_F(TagPage, ATickOfAnyTimerShowsTheRowsButThatOfTheButtons) {
     EXPECT_EQ(Page().ControlsReady, 1);
 }
 
+// A tip of its buttons may have waited, and dispatched one.
+TEST_F(TagPage, ATickBeforeTheReadingHasBegunDoesNothing) {
+    AddFile(A, {{L"Title", L"One"}});
+    int32_t handled = 0;
+    Page().OnPageMessage(nullptr, WM_TIMER, 1, 0, &handled);
+    EXPECT_EQ(Page().ControlsReady, 0);
+    EXPECT_EQ(Page().TagSets.Count(), 0);
+    window_.OpenAndRead();
+    EXPECT_EQ(window_.Row(L"Title").value, L"One");
+}
+
 TEST_F(TagPage, LaterTicksDoNothing) {
     AddFile(A);
     window_.OpenAndRead();
@@ -387,7 +398,7 @@ TEST_F(TagPage, BehindItsWindowsEndNothingIsDone) {
     Page().cmdClear.OnClick(false);
     Page().OnSelChange();
     Page().OnRowEdited(0);
-    Page().OnRowValueChanged();
+    clIDTagPage::OnRowValueChanged(Page().ValueList);
     EXPECT_EQ(Page().TagSets.Count(), 0);
     EXPECT_EQ(tags_.Requests().size(), 0u);
     EXPECT_EQ(window_.TakeChanges(), 0);
