@@ -31,6 +31,11 @@ void ReadPresent(const NString& path, clTagRecord& present) {
 
 // Each path begins with a line end, so that an empty line is above the first:
 // wanted.
+void AddFailure(const NString& path, NString& failures) {
+    failures.Append(L"\r\n  ");
+    failures.Append(path);
+}
+
 void ShowFailures(const NString& failures) {
     NString text(L"Unable to write ID Tags for:\r\n");
     text.Append(failures);
@@ -50,8 +55,8 @@ void clIDTagPage::Commit() {
     NString failures;
     for (int index = 0; index < TagSets.Count(); ++index) {
         clTagSet& set = *TagSets[index];
-        if (set.Name != CombinedName)
-            CommitFile(set, failures);
+        if (set.Name != CombinedName && !CommitFile(set))
+            AddFailure(set.Name, failures);
     }
     // 5. A file that failed has its deletions behind it, too: wanted. The user
     // may ask for others while the box of step 4 stands.
@@ -63,7 +68,8 @@ void clIDTagPage::Commit() {
     LearnGenres();
 }
 
-void clIDTagPage::CommitFile(clTagSet& set, NString& failures) {
+// False if the file could not be written, also for a lack of memory.
+bool clIDTagPage::CommitFile(clTagSet& set) try {
     // 3.1. and 3.2.
     Delete(set);
     // 3.3. and 3.4.
@@ -74,14 +80,14 @@ void clIDTagPage::CommitFile(clTagSet& set, NString& failures) {
     AddChangedElements(set.Tags, present, changed);
     // 3.6.
     if (changed.Count() == 0)
-        return;
+        return true;
     RatingsToFile(changed);
-    if (!RunSetTags(set.Name.Text, changed)) {
-        failures.Append(L"\r\n  ");
-        failures.Append(set.Name);
-    }
+    const bool written = RunSetTags(set.Name.Text, changed);
     // Also if it failed: wanted.
     SHChangeNotify(SHCNE_UPDATEITEM, SHCNF_PATHW, set.Name.Text, nullptr);
+    return written;
+} catch (...) {
+    return false;
 }
 
 void clIDTagPage::ForgetDeletions() {

@@ -201,7 +201,7 @@ private:
     void StoreInFiles(const NString& name, const NString& value);
     void StoreInCombined(const NString& name, const NString& value);
 
-    void CommitFile(clTagSet& set, NString& failures);
+    static bool CommitFile(clTagSet& set);
     void ForgetDeletions();
     void LearnGenres();
 

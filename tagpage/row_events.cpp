@@ -180,6 +180,8 @@ void clIDTagPage::ClearTags() {
         return;
     // 1.
     const bool deleted = DeleteElementRows(ValueList);
+    if (!IsInUse())
+        return;
     // 2. and 3.
     if (SingleView())
         ClearFile();

@@ -178,6 +178,17 @@ TEST_F(TagPageRelease, AWindowThatGoesWhileAllIsClearedLeavesAnEmptyPage) {
     EXPECT_EQ(List().rows.Count(), 0);
 }
 
+TEST_F(TagPageRelease, AWindowThatGoesAtTheEndOfANamesEditIsNotCleared) {
+    Open();
+    ShowSingle();
+    Page().cmdAdd.OnClick(false);
+    window_.TypeInEditor(L"Mood");
+    window_.atChange = [this] { window_.Close(); };
+    Page().cmdClear.OnClick(false);
+    EXPECT_EQ(Page().TagSets.Count(), 0);
+    EXPECT_EQ(List().rows.Count(), 0);
+}
+
 TEST_F(TagPageRelease, WhileTheCommitsBoxIsUpWaitsForTheCommit) {
     Open();
     tags_.RefuseToStart(TagRequestKind::Set, A);

@@ -50,6 +50,8 @@ TEST_F(PageRows, AnEmptyTagHasWordsAndSevenEmptyRows) {
     rows.insert(rows.end(), FixedRows.begin(), FixedRows.end());
     rows.insert(rows.end(), {L"=", L"Album Art=", L"="});
     EXPECT_EQ(window_.Rows(), rows);
+    EXPECT_TRUE(static_cast<NDrawList::Text*>(List().rows[1]->scene.texts.Items.At(0))->bold);
+    EXPECT_FALSE(static_cast<NDrawList::Text*>(List().rows[2]->scene.texts.Items.At(0))->bold);
 }
 
 TEST_F(PageRows, EachHasItsKindAndItsTag) {
