@@ -157,6 +157,9 @@ void NValueList::DeleteRow(int row) {
     control.FollowRow();
     if (!wasSelected)
         return;
+    // The owner may have begun another row's edit, which Select wouldn't end.
+    if (row >= rows.Count())
+        control.EndForGood();
     // The platform may leave a neighbour selected.
     SendMessageW(listBox, LB_SETCURSEL, static_cast<WPARAM>(-1), 0);
     Select(row);

@@ -13,9 +13,10 @@
 class NValueList;
 
 // The owner's; the row it is about is `list.GetSelection()`, but for a press on
-// the mark of a row that isn't selected, which comes before the row is. It may
-// change, add and delete rows and move the selection, but must not delete the
-// list; and `onChange` must not end the edit, whose editor is telling of it.
+// the mark of a row that isn't selected, which comes before the row is.
+// `onButton` may change, add and delete rows and move the selection; `onChange`
+// must do nothing that ends the edit, whose editor is telling of it. Neither may
+// delete the list.
 using NValueRowCallback = void (*)(NValueList& list);
 
 enum NValueRowKind : int32_t {
@@ -100,8 +101,9 @@ inline constexpr int ValueMarkCount = 8;
 //
 // The owner hears of the end of an edit, of a selection, a change and a press of
 // a button by calls, and the platform's messages about the focus reach it on the
-// way. In all of these it may change, add and delete rows, move the selection,
-// begin another edit and call Destroy; only the list itself must not go.
+// way. In all of these but `onChange` it may change, add and delete rows, move
+// the selection, begin another edit and call Destroy; only the list itself must
+// not go.
 class NValueList : public NSubClassCtrl {
 public:
     // Lays the editor over the row it is told, and takes it away again. One
@@ -184,8 +186,8 @@ public:
     // Ends the edit, and puts a row at `insertAt`, -1 for the end. `key` is the
     // row's in the keyed list, or null.
     void AddRow(const NValueRowInit& init, const wchar_t* key = nullptr, int insertAt = -1);
-    // If the row was selected, the one that takes its place is selected. Not
-    // done if the end of its edit made the owner change the rows.
+    // If the row was selected, the one that takes its place is selected. Nothing
+    // more is done if the end of its edit made the owner delete it.
     void DeleteRow(int row);
     // Ends the edit, and deletes all rows.
     void Clear();

@@ -85,8 +85,8 @@ void AddName(NDrawList& scene, const NValueList& list, const NValueRowInit& init
     element.mask = RowNameShown;
     if (!HasMark(init)) {
         element.text = row.name;
-        // As packed values: with an anchor in one it is no width, and limits
-        // nothing. This is wanted.
+        // As packed values: in the value's place an anchor limits nothing, in
+        // the name's alone nothing of the name is left. Wanted.
         if (!row.value.IsEmpty())
             element.maxWidth = static_cast<int32_t>(row.valueX - row.nameX);
     }

@@ -1,6 +1,7 @@
 #include "tests/support/nstring_printer.h"
 #include "tests/toolkit/list_dialog.h"
 #include "toolkit/combo_completion.h"
+#include "toolkit/window_text.h"
 
 #include <gtest/gtest.h>
 
@@ -80,6 +81,12 @@ TEST_F(ComboCompletion, NothingTypedIsNotCompleted) {
 
 TEST_F(ComboCompletion, AWholeEntryIsLeftWithNothingSelected) {
     EXPECT_EQ(Completed(L"POP"), (Shown{L"POP", 3, 3}));
+}
+
+TEST_F(ComboCompletion, AnEntryOutOfRangeIsEmpty) {
+    EXPECT_EQ(TextOfEntry(Combo(), 7), L"Hip");
+    for (const int entry : {8, 99, -1})
+        EXPECT_TRUE(TextOfEntry(Combo(), entry).IsEmpty()) << entry;
 }
 
 TEST_F(ComboCompletion, LettersDigitsAndTheSpaceComplete) {

@@ -276,6 +276,17 @@ TEST_F(ValueControlKeys, TheWheelGoesOnToTheListBox) {
     EXPECT_TRUE(TakePosted(WM_MOUSEWHEEL, MAKEWPARAM(0, 120), 7));
 }
 
+TEST_F(ValueControlKeys, AKeyThatCompletesIsLeftToTheComboBoxToo) {
+    init.choices.Add(L"Rock & Roll");
+    Begin(ComboEdit);
+    SetWindowTextW(Control().editor, L"r");
+    EXPECT_EQ(Tell(WM_KEYUP, 'R'), Left);
+    EXPECT_EQ(TextOf(Control().editor), L"rock & Roll");
+    SetWindowTextW(Control().editor, L"rock ");
+    EXPECT_EQ(Tell(WM_KEYUP, VK_SPACE), Left);
+    EXPECT_EQ(TextOf(Control().editor), L"rock & Roll");
+}
+
 TEST_F(ValueControlKeys, OtherKeysAreLeftToTheEditor) {
     Begin(Edit);
     for (WPARAM key : {VK_LEFT, VK_RIGHT, VK_HOME, VK_END, VK_DELETE, VK_ESCAPE})

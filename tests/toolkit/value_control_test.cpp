@@ -355,6 +355,19 @@ TEST_F(ValueControl, ControlsAreHigherOnAFinerScreen) {
     EXPECT_EQ(EditName(nullptr, false).at(0).place.right, 180 - 3);
 }
 
+TEST_F(ValueControl, ComboBoxesDropAsFarOnAnyScreen) {
+    const ScopedDpi dpi(144);
+    dialog.CreateList(false);
+    for (int32_t kind : {ComboEdit, DropList}) {
+        const RECT place = SelectNew(kind).at(0).place;
+        EXPECT_EQ(place.bottom - place.top, DropHeight) << kind;
+    }
+    for (bool typing : {false, true}) {
+        const RECT place = EditName(&names, typing).at(0).place;
+        EXPECT_EQ(place.bottom - place.top, DropHeight);
+    }
+}
+
 TEST_F(ValueControl, ControlsStandInTheMiddleOfHighRows) {
     dialog.list.Create(0, 0, 300, 220, dialog.window, NameX, ValueX, 40, 13, 13, true);
     const auto made = SelectNew(Edit);

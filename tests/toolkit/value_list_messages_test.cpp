@@ -128,6 +128,20 @@ TEST_F(ValueListMessages, AChangedSelectionStartsItsEditAndIsTold) {
     EXPECT_TRUE(dialog.list.control.editor);
 }
 
+TEST_F(ValueListMessages, TheOwnerHearsOfASelectionWhoseEditRuns) {
+    dialog.Add(Edit, L"a", L"1");
+    dialog.Add(Edit, L"b", L"2");
+    std::vector<int> edits;
+    dialog.list.onSelChange = [&] {
+        edits.push_back(dialog.list.control.editor ? dialog.list.control.editRow : -1);
+    };
+    dialog.list.Select(1);
+    EXPECT_EQ(edits, std::vector<int>({1}));
+    SendMessageW(dialog.list.listBox, LB_SETCURSEL, 0, 0);
+    dialog.Notify(LBN_SELCHANGE);
+    EXPECT_EQ(edits, std::vector<int>({1, 0}));
+}
+
 TEST_F(ValueListMessages, OtherNotificationsAndOtherWindowsAreLeft) {
     dialog.Add(Edit, L"a", L"1");
     SendMessageW(dialog.list.listBox, LB_SETCURSEL, 0, 0);
@@ -305,6 +319,42 @@ TEST_F(ValueListMessages, TheRowAtTheCursorGoesByTheItemsHeight) {
         dialog.Add(Plain, L"n");
     SendMessageW(dialog.list.listBox, LB_SETITEMHEIGHT, 0, 40);
     TestCursor::MoveTo(dialog.list.listBox, 5, 41);
+    EXPECT_EQ(dialog.list.GetRowAtCursor(), 1);
+}
+
+// A list box that tells no height of its items while it stands.
+class FlatItems {
+public:
+    explicit FlatItems(HWND listBox) : listBox_(listBox) {
+        former_ = reinterpret_cast<WNDPROC>(
+            SetWindowLongPtrW(listBox, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(Answer)));
+    }
+    ~FlatItems() { SetWindowLongPtrW(listBox_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(former_)); }
+    FlatItems(const FlatItems&) = delete;
+    FlatItems& operator=(const FlatItems&) = delete;
+
+private:
+    static LRESULT CALLBACK Answer(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+        return message == LB_GETITEMHEIGHT
+                   ? 0
+                   : CallWindowProcW(former_, window, message, wParam, lParam);
+    }
+
+    HWND listBox_;
+    inline static WNDPROC former_ = nullptr;
+};
+
+TEST_F(ValueListMessages, TheRowAtTheCursorGoesByTheListsHeightIfTheItemsTellNone) {
+    for (int row = 0; row < 3; ++row)
+        dialog.Add(Plain, L"n");
+    const FlatItems flat(dialog.list.listBox);
+    dialog.list.rowHeight = 40;
+    TestCursor::MoveTo(dialog.list.listBox, 5, 39);
+    EXPECT_EQ(dialog.list.GetRowAtCursor(), 0);
+    TestCursor::MoveTo(dialog.list.listBox, 5, 41);
+    EXPECT_EQ(dialog.list.GetRowAtCursor(), 1);
+    dialog.list.rowHeight = 0;
+    TestCursor::MoveTo(dialog.list.listBox, 5, 1);
     EXPECT_EQ(dialog.list.GetRowAtCursor(), 1);
 }
 

@@ -273,7 +273,7 @@ TEST(ValueListOwner, ARowThatGoesAtTheEndOfItsNameLeavesTheClickedOneSelected) {
     EXPECT_EQ(TextOf(dialog.list.control.editor), L"c");
 }
 
-TEST(ValueListOwner, ADeletionWhoseEndOfEditChangedTheRowsIsNotDone) {
+TEST(ValueListOwner, ARowThatTheOwnerDeletesAtTheEndOfItsEditIsTheOnlyOneToGo) {
     ListDialog dialog;
     for (const wchar_t* name : {L"a", L"b", L"c"})
         dialog.Add(Edit, name, name);
@@ -286,5 +286,24 @@ TEST(ValueListOwner, ADeletionWhoseEndOfEditChangedTheRowsIsNotDone) {
     dialog.list.DeleteRow(1);
     EXPECT_EQ(dialog.list.rows.Count(), 2);
     EXPECT_EQ(dialog.list.rows[1]->name, L"c");
+}
+
+TEST(ValueListOwner, NoEditOutlastsTheSelectionWhenTheLastRowGoes) {
+    ListDialog dialog;
+    for (const wchar_t* name : {L"a", L"b", L"c"})
+        dialog.Add(Edit, name, name);
+    dialog.list.Select(2);
+    dialog.list.EditSelectionName(nullptr, true);
+    dialog.list.onRowEdited = [&](int) {
+        dialog.list.onRowEdited = nullptr;
+        dialog.list.Select(0);
+        SetWindowTextW(dialog.list.control.editor, L"new");
+    };
+    dialog.list.DeleteRow(2);
+    ASSERT_EQ(dialog.list.rows.Count(), 2);
+    EXPECT_EQ(dialog.list.GetSelection(), -1);
+    ExpectAgreement(dialog);
+    EXPECT_FALSE(dialog.list.control.editor);
+    EXPECT_EQ(dialog.list.rows[0]->value, L"new");
 }
 } // namespace

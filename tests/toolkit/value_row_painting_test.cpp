@@ -2,6 +2,7 @@
 #include "tests/support/picture_compare.h"
 #include "tests/toolkit/list_dialog.h"
 #include "tests/toolkit/pixels.h"
+#include "tests/toolkit/scoped_dpi.h"
 #include "tests/toolkit/test_resources.h"
 #include "tests/toolkit/text_oracle.h"
 #include "toolkit/value_row_painting.h"
@@ -288,6 +289,18 @@ TEST_F(ValueRowPainting, AValueHasRoomUpToTheRightEdgeOrTheButton) {
     EXPECT_EQ(room(narrowWithButton, 0), 100 - caption - 7);
     EXPECT_EQ(room(withButton, ODS_SELECTED), Width - ValueX);
     EXPECT_EQ(room(narrowWithButton, ODS_SELECTED), Width - ValueX);
+}
+
+TEST_F(ValueRowPainting, ACaptionIsMeasuredInTheScaledSizeOnAFinerScreen) {
+    const ScopedDpi dpi(144);
+    dialog.CreateList(false);
+    init.value = L"v";
+    init.buttonText = L"View";
+    const int row = Add();
+    Draw(row);
+    const int caption = TextOracle(19).Width(L"[ View ]");
+    ASSERT_NE(caption, CaptionWidth(L"[ View ]"));
+    EXPECT_EQ(TextOfRow(row, 1).maxWidth, Width - 180 - caption - 7);
 }
 
 TEST_F(ValueRowPainting, AValueThatDoesNotFitEndsBeforeTheCaption) {

@@ -1,5 +1,6 @@
 #include "tests/support/nstring_printer.h"
 #include "tests/toolkit/list_dialog.h"
+#include "tests/toolkit/scoped_dpi.h"
 #include "tests/toolkit/test_resources.h"
 #include "tests/toolkit/text_oracle.h"
 #include "toolkit/draw_list_walk.h"
@@ -164,6 +165,36 @@ TEST_F(ValueRowScene, ANameBeforeAValueEndsWhereTheValueBegins) {
     EXPECT_EQ(All(AddScene().texts).at(0)->maxWidth, 0);
 }
 
+TEST_F(ValueRowScene, AnAnchorMakesTheNamesRoomNoWidth) {
+    init.value = L"v";
+    init.nameX = 6;
+    init.valueX = 0x160064;
+    EXPECT_EQ(All(AddScene().texts).at(0)->maxWidth, 0x160064 - 6); // no limit
+    init.nameX = 0x160064;
+    init.valueX = 6;
+    EXPECT_EQ(All(AddScene().texts).at(0)->maxWidth, 6 - 0x160064); // no room
+}
+
+TEST_F(ValueRowScene, FontsAreHigherOnAFinerScreenUnlessTheListIsInPixels) {
+    const ScopedDpi dpi(144);
+    init.buttonText = L"View";
+    init.nameFontSize = 20;
+    const auto sizes = [&] {
+        std::vector<int32_t> all;
+        for (const NDrawList::Text* text : All(AddScene().texts))
+            all.push_back(text->fontSize);
+        return all;
+    };
+    EXPECT_EQ(sizes(), (std::vector<int32_t>{20, 13, 13, 13}));
+    // Sizes of their own, so that neither is taken for the other.
+    dialog.list.Create(10, 10, 300, 220, dialog.window, NameX, ValueX, RowHeight, 14, 13, false);
+    EXPECT_EQ(sizes(), (std::vector<int32_t>{30, 19, 19, 19})); // 13 * 1.5, cut
+    init.nameFontSize = 0;
+    EXPECT_EQ(sizes(), (std::vector<int32_t>{21, 19, 19, 19}));
+    dialog.CreateList(false);
+    EXPECT_EQ(sizes(), (std::vector<int32_t>{19, 19, 19, 19}));
+}
+
 TEST_F(ValueRowScene, TheValueHasItsColourAndNoOtherStyle) {
     init.value = L"v";
     init.valueColour = 0x445566;
@@ -223,6 +254,17 @@ TEST_F(ValueRowScene, ARuleIsMeasuredInTheListsSizeAndTheRowsWeight) {
     const int width = TextOracle(FontSize, L"Tahoma", true).Width(L"Name");
     ASSERT_NE(width, TextOracle(FontSize).Width(L"Name"));
     EXPECT_EQ(All(AddScene().gradients).at(0)->left, static_cast<uint32_t>(6 + width + 4));
+}
+
+TEST_F(ValueRowScene, ARuleIsMeasuredInTheScaledSizeOnAFinerScreen) {
+    const ScopedDpi dpi(144);
+    init.kind = Heading;
+    init.nameX = 6;
+    init.nameFontSize = 20;
+    dialog.CreateList(false);
+    const int width = TextOracle(19).Width(L"Name");
+    ASSERT_NE(width, TextOracle(FontSize).Width(L"Name"));
+    EXPECT_EQ(All(AddScene().gradients).at(0)->left, static_cast<uint32_t>(9 + width + 4));
 }
 
 TEST_F(ValueRowScene, AButtonsCaptionStandsInSquareBracketsAtTheRight) {
