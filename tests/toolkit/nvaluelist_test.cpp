@@ -454,6 +454,20 @@ TEST(ValueList, DestroyTakesWindowRowsBufferAndMarks) {
     dialog.list.Destroy();
 }
 
+TEST(ValueList, TheEndOfTheListTakesItsWindowDown) {
+    ListDialog dialog;
+    HWND box = nullptr;
+    {
+        NValueList list;
+        list.Create(0, 0, 100, 100, dialog.window, NameX, ValueX, RowHeight, FontSize, FontSize,
+                    true);
+        list.AddRow(NValueRowInit());
+        box = list.listBox;
+        ASSERT_TRUE(IsWindow(box));
+    }
+    EXPECT_FALSE(IsWindow(box));
+}
+
 TEST(ValueList, ASecondCreateTakesTheFirstListDown) {
     ListDialog dialog;
     dialog.Add(Plain, L"a");

@@ -535,17 +535,12 @@ TEST_F(ValueControl, EditSelectionHasTheListPaintedAnew) {
     RECT update = {};
     EXPECT_TRUE(GetUpdateRect(dialog.list.listBox, &update, FALSE));
     EXPECT_EQ(update, client);
-}
-
-TEST_F(ValueControl, AScrollHasListAndEditorPaintedAnew) {
-    SelectNew(Edit);
-    UpdateWindow(Control().editor);
-    HandlePosted();
+    // Also with nothing selected.
+    dialog.list.Select(-1);
     ValidateRect(dialog.list.listBox, nullptr);
-    ASSERT_FALSE(GetUpdateRect(Control().editor, nullptr, FALSE));
-    SendMessageW(dialog.list.listBox, WM_VSCROLL, SB_ENDSCROLL, 0);
-    EXPECT_TRUE(GetUpdateRect(dialog.list.listBox, nullptr, FALSE));
-    EXPECT_TRUE(GetUpdateRect(Control().editor, nullptr, FALSE));
+    dialog.list.EditSelection();
+    EXPECT_TRUE(GetUpdateRect(dialog.list.listBox, &update, FALSE));
+    EXPECT_EQ(update, client);
 }
 
 // What the owner does as the focus comes to the new editor.

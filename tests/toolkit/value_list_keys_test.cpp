@@ -391,6 +391,46 @@ TEST_F(ValueListKeys, ScrollingHasListAndEditorPaintedAnew) {
     }
 }
 
+// Counts how often a window erases its ground while it stands.
+class ErasedGround {
+public:
+    explicit ErasedGround(HWND window) : window_(window) {
+        times = 0;
+        former_ = reinterpret_cast<WNDPROC>(
+            SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(Count)));
+    }
+    ~ErasedGround() {
+        SetWindowLongPtrW(window_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(former_));
+    }
+    ErasedGround(const ErasedGround&) = delete;
+    ErasedGround& operator=(const ErasedGround&) = delete;
+
+    inline static int times = 0;
+
+private:
+    static LRESULT CALLBACK Count(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+        times += message == WM_ERASEBKGND;
+        return CallWindowProcW(former_, window, message, wParam, lParam);
+    }
+
+    HWND window_;
+    inline static WNDPROC former_ = nullptr;
+};
+
+TEST_F(ValueListKeys, ScrollingErasesNothing) {
+    AddCounting(Edit, L"v");
+    HandlePosted();
+    const HWND box = dialog.list.listBox;
+    ValidateRect(box, nullptr);
+    const ErasedGround ground(box);
+    Tell(WM_MOUSEWHEEL);
+    UpdateWindow(box);
+    EXPECT_EQ(ground.times, 0);
+    InvalidateRect(box, nullptr, TRUE);
+    UpdateWindow(box);
+    EXPECT_EQ(ground.times, 1);
+}
+
 TEST_F(ValueListKeys, TheEditorScrollsWithItsRow) {
     AddCounting(Edit, L"v");
     AddRows(40);
