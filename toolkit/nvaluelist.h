@@ -138,6 +138,9 @@ public:
         void Drop();
         // EndEdit, and takes away what the owner begins as it hears of the end.
         void EndForGood();
+        // A combo box that takes typing tells of a choice before its text is
+        // that: puts it there.
+        void ShowChoice();
         // Whether the editor or the button is that of this row.
         bool StandsOn(const NValueRow& row) const;
         // Rows came or went: lays editor and button over their row again.

@@ -96,6 +96,13 @@ void NValueList::clValueControl::Drop() {
             DestroyWindow(last);
 }
 
+void NValueList::clValueControl::ShowChoice() {
+    const NValueRow* row = RowInEdit();
+    const auto entry = static_cast<int>(SendMessageW(editor, CB_GETCURSEL, 0, 0));
+    if (row && row->kind == ComboEdit && entry != CB_ERR)
+        SetWindowTextW(editor, TextOfEntry(editor, entry).Text);
+}
+
 bool NValueList::clValueControl::StandsOn(const NValueRow& row) const {
     return (editor || button) && rowNumber_ == row.number;
 }

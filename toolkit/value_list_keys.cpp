@@ -129,9 +129,7 @@ void NValueList::OnEditorNotification(UINT code, HWND sender) {
     const NValueRow* row = RowAt(GetSelection());
     if (!row || !sender || !control.IsOwnWindow(sender))
         return;
-    // Whatever the button tells counts. A combo box that takes typing may tell
-    // of a choice before its text is that: the text is stored as it stands, and
-    // once more at the edit's end. Both are wanted.
+    // Whatever the button tells counts: wanted.
     const bool isChange = sender == control.editor && !control.nameMode &&
                           (code == EN_CHANGE || code == CBN_SELCHANGE);
     const NValueRowCallback callback = sender == control.button ? row->onButton
@@ -139,6 +137,8 @@ void NValueList::OnEditorNotification(UINT code, HWND sender) {
                                                                 : nullptr;
     if (!callback)
         return;
+    if (isChange && code == CBN_SELCHANGE)
+        control.ShowChoice();
     control.Commit();
     callback(*this);
 }

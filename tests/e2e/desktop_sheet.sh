@@ -45,7 +45,7 @@ shown "Combined Length 3 seconds"
 [ "$(md5sum "$work"/*)" = "$before" ] || fail "looking at the files changes them"
 
 # The rows of a text that every tag has, from the page's title on.
-artist=1 title=2 album=3 genre=6 comment=7
+artist=1 title=2 album=3 year=5 genre=6 comment=7
 flac=$work/sample.flac
 mp3=$work/sample.mp3
 ask "$flac" audio cover
@@ -96,6 +96,13 @@ ask "$flac" mood genre title
 expect_foreign mood "Ruhig wie Öl"
 expect_none genre
 expect_foreign title "Klang 音色"
+
+# Picked from lists: a value, and the name of a new element.
+act "$flac" -- page "ID-Tag" select $year pick 2001 apply unchanged \
+    press Add pick "Conductor" key return type "Kurt Töner" ok
+ask "$flac" date conductor
+expect_foreign date 2001
+expect_foreign conductor "Kurt Töner"
 
 act "$flac" -- page "ID-Tag" press Clear ok
 ask "$flac" audio title artist mood

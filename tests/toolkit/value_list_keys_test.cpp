@@ -86,6 +86,24 @@ TEST_F(ValueListKeys, TheFocusThatGoesElsewhereEndsTheEdit) {
     EXPECT_EQ(Value(0), L"new");
 }
 
+// As the mouse picks it: the list has the choice, and the text follows.
+TEST_F(ValueListKeys, AChoiceIsStoredThoughItsTextIsNotThereYet) {
+    const int row = dialog.AddWithChoices(ComboEdit, L"n", L"old", {L"Rock", L"Jazz"});
+    static NString seen;
+    seen = L"";
+    dialog.list.rows[row]->onChange = [](NValueList& list) { seen = list.rows[0]->value; };
+    dialog.list.Select(row);
+    COMBOBOXINFO info = {};
+    info.cbSize = sizeof(info);
+    ASSERT_TRUE(GetComboBoxInfo(Control().editor, &info));
+    SendMessageW(info.hwndList, LB_SETCURSEL, 1, 0);
+    ASSERT_EQ(TextOf(Control().editor), L"old");
+    SendMessageW(dialog.list.listBox, WM_COMMAND, MAKEWPARAM(0, CBN_SELCHANGE),
+                 reinterpret_cast<LPARAM>(Control().editor));
+    EXPECT_EQ(seen, L"Jazz");
+    EXPECT_EQ(Value(row), L"Jazz");
+}
+
 TEST_F(ValueListKeys, TheFocusThatGoesNowhereLeavesTheEdit) {
     dialog.Add(Edit, L"n", L"v");
     dialog.list.Select(0);

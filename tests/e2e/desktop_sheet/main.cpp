@@ -8,6 +8,7 @@
 //     rows            prints the rows that the shown page's options menu copies
 //     select ROW      of the shown page's list: clicks the row, from 0
 //     type TEXT       in place of what the editor with the focus holds
+//     pick TEXT       from the list of that editor
 //     key NAME        strikes return, tab, up or down, which has to end the edit
 //     press BUTTON    of the shown page: clicks the button of that text
 //     apply           presses Apply, which has to be enabled

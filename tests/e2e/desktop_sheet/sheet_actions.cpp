@@ -168,6 +168,8 @@ SheetActions::Word SheetActions::Do(Word action, Word end) {
         SelectRow(std::stoi(next()));
     else if (name == L"type")
         Type(next());
+    else if (name == L"pick")
+        Pick(next());
     else if (name == L"key")
         StrikeKey(next());
     else if (name == L"press")
@@ -270,6 +272,27 @@ void SheetActions::Type(const std::wstring& text) {
         SendMessageW(editor, EM_GETSEL, reinterpret_cast<WPARAM>(&start), 0);
         return start == text.size() && TextOf(editor).compare(0, text.size(), text) == 0;
     });
+}
+
+// As the mouse does it: in the list that drops down.
+void SheetActions::Pick(const std::wstring& choice) {
+    HWND combo = GetParent(FocusedEditor());
+    const LRESULT index = SendMessageW(combo, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1),
+                                       reinterpret_cast<LPARAM>(choice.c_str()));
+    if (index == CB_ERR)
+        throw std::runtime_error("no such choice");
+    SendMessageW(combo, CB_SHOWDROPDOWN, TRUE, 0);
+    COMBOBOXINFO info = {};
+    info.cbSize = sizeof(info);
+    GetComboBoxInfo(combo, &info);
+    SendMessageW(info.hwndList, LB_SETTOPINDEX, static_cast<WPARAM>(index), 0);
+    RECT place = {};
+    SendMessageW(info.hwndList, LB_GETITEMRECT, static_cast<WPARAM>(index),
+                 reinterpret_cast<LPARAM>(&place));
+    const POINT middle = {place.left + 5, (place.top + place.bottom) / 2};
+    SendMessageW(info.hwndList, WM_MOUSEMOVE, 0, MAKELPARAM(middle.x, middle.y));
+    Click(info.hwndList, middle);
+    WaitFor("picked text", [&] { return TextOf(combo) == choice; });
 }
 
 // When it has an effect on the editor, that is waited for by what follows.

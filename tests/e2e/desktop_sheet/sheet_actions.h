@@ -26,6 +26,7 @@ private:
     void PrintRows();
     void SelectRow(int row);
     void Type(const std::wstring& text);
+    void Pick(const std::wstring& choice);
     void StrikeKey(const std::wstring& name);
     void Press(const std::wstring& text);
     void Apply();
